@@ -1,0 +1,23 @@
+# What every target of the project is compiled with: link to quillpress_options.
+add_library(quillpress_options INTERFACE)
+target_compile_features(quillpress_options INTERFACE cxx_std_20)
+target_include_directories(quillpress_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(
+  quillpress_options
+  INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror
+            # The text of numbers must not hang on whether the machine can fuse a multiply and an add.
+            -ffp-contract=off -fvisibility=hidden
+            $<$<COMPILE_LANGUAGE:CXX>:-fvisibility-inlines-hidden>)
+
+option(QUILLPRESS_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+if(QUILLPRESS_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(WIN32)
+  # Nothing is needed beside the library but the system's own DLLs, and two builds of one source
+  # give the same bytes.
+  add_link_options(-static -Wl,--no-insert-timestamp)
+endif()
