@@ -10,14 +10,14 @@ namespace {
 
 constexpr const char* sourceFile = "postscript/lib/ArrayObject";
 
-// Arrays can hold themselves, so the depth is limited; and they can hold one array many times over
-// in many layers, so the length is, too.
+// Arrays can hold themselves, so the depth is limited; and they can hold one array or string many
+// times over, so the length is, too.
 void appendSyntaxText(const ArrayObject& array, int depth, std::string& text) {
-  if (depth > limits::nesting || text.size() > limits::printedText) {
-    throw Ex(sourceFile, 101, "array is nested too deep or too large to print");
-  }
   text += '[';
   for (int32_t i = 0; i < array.items().size(); ++i) {
+    if (depth > limits::nesting || text.size() > limits::printedText) {
+      throw Ex(sourceFile, 101, "array is nested too deep or too large to print");
+    }
     const PostscriptObject* item = array.items().at(i);
     if (!item) {
       text += "-invalid null ob-";
