@@ -1,6 +1,5 @@
 #include "umpd/NameEscapes.h"
 
-namespace umpd {
 namespace {
 
 constexpr int noDigit = -1;
@@ -32,10 +31,10 @@ bool isAllowedNameChar(char16_t c) {
 }
 
 std::u16string decodeNameEscapes(std::u16string_view text) {
-  constexpr size_t codeLength = 2;
+  constexpr std::size_t codeLength = 2;
   std::u16string decoded;
   decoded.reserve(text.size());
-  for (size_t i = 0; i < text.size(); ++i) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t c = text[i];
     if (c == u'+') {
       decoded += u' ';
@@ -50,5 +49,3 @@ std::u16string decodeNameEscapes(std::u16string_view text) {
   }
   return decoded;
 }
-
-}  // namespace umpd

@@ -1,12 +1,9 @@
 // NameEscapes: which characters a file name may hold, and the escapes that users may write where a
 // setting or a document's name cannot hold a character itself: `+` for a blank, `%41` for an A.
-#ifndef UMPD_NAME_ESCAPES_H
-#define UMPD_NAME_ESCAPES_H
+#pragma once
 
 #include <string>
 #include <string_view>
-
-namespace umpd {
 
 // Digits, unaccented letters, the codes 192 to 255 and some punctuation. The code 0 counts as
 // allowed.
@@ -16,7 +13,3 @@ bool isAllowedNameChar(char16_t c);
 // file name becomes `_`; the code 0, which is also what two characters give that are no hexadecimal
 // digits, ends the text.
 std::u16string decodeNameEscapes(std::u16string_view text);
-
-}  // namespace umpd
-
-#endif

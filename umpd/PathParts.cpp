@@ -2,18 +2,17 @@
 
 #include <algorithm>
 
-namespace umpd {
 namespace {
 
-constexpr size_t longestPart = 255;
-constexpr size_t driveLength = 2;
-constexpr size_t longestUntouchedPath = 260;
-constexpr size_t longestShortenedPath = 259;
+constexpr std::size_t longestPart = 255;
+constexpr std::size_t driveLength = 2;
+constexpr std::size_t longestUntouchedPath = 260;
+constexpr std::size_t longestShortenedPath = 259;
 
 }  // namespace
 
-size_t lastSeparator(std::u16string_view path, size_t first) {
-  const size_t found = path.find_last_of(u"\\/");
+size_t lastSeparator(std::u16string_view path, std::size_t first) {
+  const std::size_t found = path.find_last_of(u"\\/");
   return found == path.npos || found < first ? path.npos : found;
 }
 
@@ -25,9 +24,9 @@ PathParts splitPath(std::u16string_view path) {
   PathParts parts;
   if (path.size() >= driveLength && path[1] == u':') parts.drive = path.substr(0, driveLength);
   path.remove_prefix(parts.drive.size());
-  const size_t directoryLength = lastSeparator(path) + 1;  // npos + 1 is 0
+  const std::size_t directoryLength = lastSeparator(path) + 1;  // npos + 1 is 0
   const std::u16string_view file = path.substr(directoryLength);
-  const size_t dot = std::min(file.rfind(u'.'), file.size());
+  const std::size_t dot = std::min(file.rfind(u'.'), file.size());
   parts.directory = path.substr(0, std::min(directoryLength, longestPart));
   parts.name = file.substr(0, std::min(dot, longestPart));
   parts.extension = file.substr(dot, longestPart);
@@ -45,5 +44,3 @@ void shortenPath(std::u16string& path) {
   shorter += parts.extension;
   path = std::move(shorter);
 }
-
-}  // namespace umpd

@@ -1,15 +1,13 @@
 // PathParts: a path cut into drive, directory, file name and extension, and the shortening of a
 // path that the system would not take.
-#ifndef UMPD_PATH_PARTS_H
-#define UMPD_PATH_PARTS_H
+#pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
-namespace umpd {
-
 // Where the last `\` or `/` stands at or behind `first`, or npos.
-size_t lastSeparator(std::u16string_view path, size_t first = 0);
+std::size_t lastSeparator(std::u16string_view path, std::size_t first = 0);
 bool endsInSeparator(std::u16string_view path);
 
 // Views into the path that was split. Put behind each other they give it back, unless a part was
@@ -25,7 +23,3 @@ PathParts splitPath(std::u16string_view path);
 // Leaves up to 260 characters alone. A longer path comes back with at most 259: its directory gives
 // way to a lone backslash if it is too long, then its file name is cut. Drive and extension stay.
 void shortenPath(std::u16string& path);
-
-}  // namespace umpd
-
-#endif

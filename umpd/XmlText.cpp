@@ -1,6 +1,5 @@
 #include "umpd/XmlText.h"
 
-namespace umpd {
 namespace {
 
 // Below 32; line feeds and tabs too, which attributes would lose otherwise.
@@ -44,5 +43,3 @@ std::u16string escapeXmlText(std::u16string_view text) {
   }
   return xml;
 }
-
-}  // namespace umpd

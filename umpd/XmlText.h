@@ -1,14 +1,7 @@
 // XmlText: plain text made fit to stand in XML, in element content and in attributes alike.
-#ifndef UMPD_XML_TEXT_H
-#define UMPD_XML_TEXT_H
+#pragma once
 
 #include <string>
 #include <string_view>
 
-namespace umpd {
-
 std::u16string escapeXmlText(std::u16string_view text);
-
-}  // namespace umpd
-
-#endif
