@@ -6,7 +6,8 @@
 #include <string>
 #include <string_view>
 
-// `A` to `Z` fold to lower case, and nothing else does.
+// Case folds in the manner of ASCII: `A` to `Z` to lower case, and nothing else.
+std::u16string foldCase(std::u16string_view text);
 bool equalsIgnoringCase(std::u16string_view a, std::u16string_view b);
 
 std::u16string decimalText(std::uint32_t value);
