@@ -4,6 +4,7 @@
 // has settings has a platform.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -17,7 +18,7 @@ inline constexpr std::u16string_view productKey = u"Software\\Quillpress\\";
 
 class PrinterSettings {
  public:
-  // Takes the name of the user's default printer.
+  // Takes the name of the user's default printer, or `defaultPrinterName` if none is stored.
   explicit PrinterSettings(Platform& machine);
 
   // A name that begins with `,` or `\` is in port form and is looked for among the printers' ports.
@@ -29,20 +30,31 @@ class PrinterSettings {
   // Fills a printer key that was just made.
   void writeDefaultSettings();
 
+  // The number that the value's text begins with, 0 if it begins with none.
   std::uint32_t getSettingInt(std::u16string_view key, std::uint32_t defaultValue) const;
+  // Copies the value, terminated, if it is not empty and fits into `size` characters. Otherwise
+  // the default is copied, whatever its length: who gives one has room for it. A null default
+  // leaves the buffer as it is.
+  void getSettingString(std::u16string_view key, char16_t* buffer, std::size_t size,
+                        const char16_t* defaultText) const;
 
   // Into the printer key and, once stored, into the map.
   bool setRegistryString(const std::u16string& key, const std::u16string& text);
   bool setRegistryDword(const std::u16string& key, std::uint32_t value);
 
+  // Hands some of the settings over to the driver of NT 4, in the file "tqpcfg.1" of the system
+  // directory: UTF-16 without a mark, `key=value&` for each, nothing escaped.
   bool copyNameValuesToPrinterDriverConfigFile();
 
   // The name that the settings are kept under: registry key, profile section, launcher messages.
   std::u16string effectiveName() const;
 
   Platform& platform;
-  std::u16string printerName;
-  OwnedPrinter printer;  // opened by this block, never the caller's
+  std::u16string printerName;  // empty if no printer has the port asked for
+  OwnedPrinter printer;        // opened by this block, never the caller's
   StringMap params;
-  std::u16string portFormName;
+  std::u16string portFormName;  // empty if the job was started by a plain name
+
+ private:
+  void storeAsDefaultPrinter();
 };
