@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "umpd/PrinterSettings.h"
 #include "umpd/platform/Platform.h"
@@ -27,3 +29,7 @@ void applyOverrideUserSettings(PrinterSettings& settings);
 // Into the printer key: digits alone, or nothing, as a number, all else as text.
 bool setRegistryValue(PrinterSettings& settings, const std::u16string& key,
                       const std::u16string& value);
+
+// The usable `key=value` texts of a section as the platform gives it: a text that the buffer cut,
+// or without `=`, or without a value, is passed over.
+std::vector<StringMap::Pair> pairsOfSection(std::u16string_view section);

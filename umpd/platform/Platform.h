@@ -24,6 +24,7 @@
 // What a call answers in lastError() when its buffer is too small: the normal answer to a question
 // for the size.
 inline constexpr std::uint32_t errorInsufficientBuffer = 122;
+inline constexpr std::uint32_t errorNotEnoughMemory = 8;
 
 // An answer to a question for a buffer's size.
 struct SizeAnswer {
@@ -128,6 +129,8 @@ class Registry {
   virtual OwnedKey openCurrentUser(FunctionAddress call, std::uint32_t access) = 0;
   // Data of more than `room` bytes is a failure; an unknown name is "absent".
   virtual RegistryValue readValue(KeyHandle key, const std::u16string& name, std::size_t room) = 0;
+  // True if there is a value of that name, of whatever type and content.
+  virtual bool hasValue(KeyHandle key, const std::u16string& name) = 0;
   virtual bool writeValue(KeyHandle key, const std::u16string& name, std::uint32_t type,
                           std::span<const std::byte> data) = 0;
   virtual std::optional<KeyInfo> queryInfo(KeyHandle key) = 0;
@@ -212,7 +215,8 @@ class Spooler {
   virtual void close(PrinterHandle printer) = 0;
 
   // Questions come in pairs, first for the size and then for the data. What the spooler has to tell
-  // may grow or shrink between the two; data that does not fit is a failure.
+  // may grow or shrink between the two; data that does not fit is a failure, and so is want of
+  // memory for it, which lastError() tells as errorNotEnoughMemory.
   virtual SizeAnswer printerSize(PrinterHandle printer) = 0;
   virtual std::optional<PrinterInfo> printer(PrinterHandle printer, std::uint32_t size) = 0;
   virtual SizeAnswer jobsSize(PrinterHandle printer, std::uint32_t first, std::uint32_t count) = 0;
@@ -265,7 +269,7 @@ class Security {
   virtual bool setNullDacl(DescriptorHandle descriptor) = 0;
   // Calls ConvertStringSecurityDescriptorToSecurityDescriptorA, revision 1.
   virtual OwnedDescriptor convertText(FunctionAddress call, const std::string& text) = 0;
-  // Empty on failure. A null list is no failure.
+  // Empty on failure, and for no descriptor. A null list is no failure.
   virtual std::optional<AclHandle> sacl(DescriptorHandle descriptor) = 0;
   // Present, not defaulted. The list stays where it is, in its own descriptor.
   virtual bool setSacl(DescriptorHandle descriptor, AclHandle sacl) = 0;

@@ -97,6 +97,11 @@ RegistryValue SimulatedRegistry::readValue(KeyHandle key, const std::u16string& 
   return *found;
 }
 
+bool SimulatedRegistry::hasValue(KeyHandle key, const std::u16string& name) {
+  return journal_.may("hasValue", name) && keyFor(key, queryValueRight) &&
+         value(opened_[key].path, name);
+}
+
 bool SimulatedRegistry::writeValue(KeyHandle key, const std::u16string& name, std::uint32_t type,
                                    std::span<const std::byte> data) {
   if (!journal_.may("writeValue", name) || !keyFor(key, setValueRight)) return false;

@@ -21,6 +21,7 @@ class SimulatedRegistry : public Registry {
   OwnedKey openKey(KeyHandle parent, const std::u16string& subkey, std::uint32_t access) override;
   OwnedKey openCurrentUser(FunctionAddress call, std::uint32_t access) override;
   RegistryValue readValue(KeyHandle key, const std::u16string& name, std::size_t room) override;
+  bool hasValue(KeyHandle key, const std::u16string& name) override;
   bool writeValue(KeyHandle key, const std::u16string& name, std::uint32_t type,
                   std::span<const std::byte> data) override;
   std::optional<KeyInfo> queryInfo(KeyHandle key) override;
