@@ -50,9 +50,11 @@ bool SetFilename::setOutputFilename(std::u16string_view docName, std::u16string&
   while (exists(out)) {
     const std::size_t dot = out.rfind(u'.');
     if (dot == out.npos) return false;
-    const std::u16string other =
-        u"." + decimalText(settings.platform.random.next()) + u".pdf";  // whatever the extension
-    out.replace(dot, out.npos, other, 0, roomBehind(size, dot + 1));
+    // Whatever the extension was.
+    std::u16string end(u".");
+    end += decimalText(settings.platform.random.next());
+    end += u".pdf";
+    out.replace(dot, out.npos, end, 0, roomBehind(size, dot + 1));
   }
   return true;
 }

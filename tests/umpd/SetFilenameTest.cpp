@@ -157,21 +157,21 @@ INSTANTIATE_TEST_SUITE_P(Namings, SetFilenameTable, testing::ValuesIn(namings),
                          [](const auto& test) { return test.param.name; });
 
 TEST(SetFilename, MakesTheDirectoryButNotTheFile) {
-  Naming naming({{"DefaultSaveDir", "C:\\new\\deep"}});
+  Naming naming(Settings{{"DefaultSaveDir", "C:\\new\\deep"}});
   EXPECT_EQ(naming.name("x"), "C:\\new\\deep\\x.pdf");
   EXPECT_TRUE(naming.files().isDirectory(u"C:\\new\\deep"));
   EXPECT_FALSE(naming.files().attributes(u"C:\\new\\deep\\x.pdf"));
 }
 
 TEST(SetFilename, WithoutADirectoryTheFileNameBecomesOne) {
-  Naming naming({{"DefaultSaveDir", ""}});
+  Naming naming(Settings{{"DefaultSaveDir", ""}});
   EXPECT_EQ(naming.name("x"), "x.17.pdf");
   EXPECT_TRUE(naming.files().isDirectory(u"x.pdf"));
   EXPECT_FALSE(naming.files().attributes(u"x.17.pdf"));
 }
 
 TEST(SetFilename, EachCollisionWorksOnTheLastDot) {
-  Naming naming({{"DefaultExtension", ".prn"}});
+  Naming naming(Settings{{"DefaultExtension", ".prn"}});
   naming.files().addFile(u"C:\\out\\x.prn", "");
   naming.files().addFile(u"C:\\out\\x.17.pdf", "");
   EXPECT_EQ(naming.name("x"), "C:\\out\\x.17.18.pdf");
@@ -184,7 +184,7 @@ TEST(SetFilename, ACollisionKeepsToTheRoom) {
 }
 
 TEST(SetFilename, FailsOnACollisionWithoutADot) {
-  Naming naming({{"SaveFilenameAction", "1"}});
+  Naming naming(Settings{{"SaveFilenameAction", "1"}});
   EXPECT_EQ(naming.name("x"), "C:\\out\\");
   EXPECT_FALSE(naming.succeeded);
   naming.set({{"DefaultSaveDir", "C:\\a.b"}});
@@ -193,7 +193,7 @@ TEST(SetFilename, FailsOnACollisionWithoutADot) {
 }
 
 TEST(SetFilename, GivesUpARandomNameAfterElevenTries) {
-  Naming naming({{"SaveFilenameAction", "4"}});
+  Naming naming(Settings{{"SaveFilenameAction", "4"}});
   for (char16_t units = u'7'; units <= u'9'; ++units)
     naming.files().addFile(std::u16string(u"C:\\out\\1") + units + u".pdf", "");
   EXPECT_EQ(naming.name(""), "C:\\out\\20.pdf");
@@ -204,7 +204,7 @@ TEST(SetFilename, GivesUpARandomNameAfterElevenTries) {
 }
 
 TEST(SetFilename, SeedsRandomNamesOnceAndCollisionsAlways) {
-  Naming naming({{"SaveFilenameAction", "4"}});
+  Naming naming(Settings{{"SaveFilenameAction", "4"}});
   naming.simulated.machine.processes.threadId = 0x10001;
   naming.simulated.machine.clock.ticks = 0x20003;
   naming.name("");
@@ -218,16 +218,16 @@ TEST(SetFilename, ReadsTheDefaultNameFromAFile) {
       {"", "C:\\out\\17.pdf"},
       {"\nx", "C:\\out\\17.pdf"}};
   for (const auto& [content, path] : contents) {
-    Naming naming({{"DefaultSaveFilename", "@C:\\name.txt"}});
+    Naming naming(Settings{{"DefaultSaveFilename", "@C:\\name.txt"}});
     naming.files().addFile(u"C:\\name.txt", content);
     EXPECT_EQ(naming.name(""), path);
   }
-  Naming noFile({{"DefaultSaveFilename", "@C:\\name.txt"}});
+  Naming noFile(Settings{{"DefaultSaveFilename", "@C:\\name.txt"}});
   EXPECT_EQ(noFile.name(""), "C:\\out\\@C__name.pdf");
 }
 
 TEST(SetFilename, ReadsAtMost519CharactersFromAFile) {
-  Naming naming({{"DefaultSaveFilename", "@C:\\name.txt"}, {"SaveFilenameAction", "1"}});
+  Naming naming(Settings{{"DefaultSaveFilename", "@C:\\name.txt"}, {"SaveFilenameAction", "1"}});
   naming.files().addFile(u"C:\\name.txt", std::string(600, 'n'));
   // The room that is left beside the name decides on the directory.
   EXPECT_EQ(naming.name("", 519 + 8).substr(0, 8), "C:\\out\\n");
@@ -235,7 +235,7 @@ TEST(SetFilename, ReadsAtMost519CharactersFromAFile) {
 }
 
 TEST(SetFilename, KeepsTheNameOfALongPathAndItsExtension) {
-  Naming naming({{"DefaultSaveDir", dirOf519}});
+  Naming naming(Settings{{"DefaultSaveDir", dirOf519}});
   EXPECT_EQ(naming.name("x.doc"), "C:\\x.pdf");
   naming.set({{"DefaultSaveDir", "C:\\out"}});
   EXPECT_EQ(naming.name(std::string(400, 'n')), "C:\\out\\" + std::string(248, 'n') + ".pdf");
