@@ -83,8 +83,6 @@ std::uint32_t getCurrentPrintJobDocName(PrinterSettings& settings, std::u16strin
   traceMessage(">getCurrentPrintJobDocName %s printer %d\n", settings.printerName,
                settings.printer.get());
   if (!settings.printer && !openSettingsPrinter(settings, printerAccessUse)) {
-    traceMessage("OpenPrinter(%s) failed - %s\n", settings.printerName,
-                 settings.platform.messages.lastError());
     traceMessage("failed to openprinter\n");
     return 0;
   }

@@ -22,7 +22,8 @@ TEST_F(StringMapTest, KeysFoldAsAsciiOnly) {
 }
 
 TEST_F(StringMapTest, TheHundredAndNinetyFirstKeyIsLostButAnyOtherIsReplaced) {
-  for (std::uint32_t i = 0; i < 190; ++i) EXPECT_TRUE(map.set(std::u16string(u"k").append(decimalText(i)), u""));
+  for (std::uint32_t i = 0; i < 190; ++i)
+    EXPECT_TRUE(map.set(std::u16string(u"k").append(decimalText(i)), u""));
   EXPECT_TRUE(machine.messages.debugOutput.empty());
   EXPECT_FALSE(map.set(u"one more", u"x"));
   EXPECT_EQ(machine.messages.debugOutput, std::vector<std::u16string>{u"Help!! too many parms \n"});

@@ -55,8 +55,12 @@ OwnedDescriptor SimulatedSecurity::convertText(FunctionAddress /*call*/, const s
 }
 
 std::optional<AclHandle> SimulatedSecurity::sacl(DescriptorHandle descriptor) {
-  if (!journal_.may("sacl") || !valid(descriptor)) return std::nullopt;
-  return AclHandle{static_cast<std::uintptr_t>(descriptor)};
+  if (!journal_.may("sacl")) return std::nullopt;
+  const SimulatedDescriptor* found = valid(descriptor);
+  if (!found) return std::nullopt;
+  // A list goes by the descriptor that it lies in.
+  const DescriptorHandle owner = found->label.empty() ? found->saclOwner : descriptor;
+  return AclHandle{static_cast<std::uintptr_t>(owner)};
 }
 
 bool SimulatedSecurity::setSacl(DescriptorHandle descriptor, AclHandle sacl) {

@@ -65,6 +65,12 @@ SimulatedPrinter& SimulatedSpooler::add(const std::u16string& name, const std::u
   return added;
 }
 
+SimulatedPrinter* SimulatedSpooler::find(const std::u16string& name) {
+  for (const auto& each : printers_)
+    if (each->name && equalsIgnoringCase(*each->name, name)) return each.get();
+  return nullptr;
+}
+
 PrinterHandle SimulatedSpooler::handleOf(const SimulatedPrinter& printer) {
   for (const auto& each : printers_)
     if (each.get() == &printer) {
@@ -75,7 +81,7 @@ PrinterHandle SimulatedSpooler::handleOf(const SimulatedPrinter& printer) {
   return {};
 }
 
-SimulatedPrinter* SimulatedSpooler::find(PrinterHandle printer) {
+SimulatedPrinter* SimulatedSpooler::opened(PrinterHandle printer) {
   const auto found = opened_.find(printer);
   if (found != opened_.end()) return found->second;
   journal_.fails(errorInvalidHandle);
@@ -87,9 +93,7 @@ OwnedPrinter SimulatedSpooler::openPrinter(const std::u16string& name, const Dev
   lastDevMode = devMode;
   lastAccess = access;
   if (!journal_.may("openPrinter", name)) return {};
-  for (const auto& each : printers_)
-    if (each->name && equalsIgnoringCase(*each->name, name))
-      return OwnedPrinter(*this, handleOf(*each));
+  if (const SimulatedPrinter* found = find(name)) return OwnedPrinter(*this, handleOf(*found));
   journal_.fails(errorInvalidPrinterName);
   return {};
 }
@@ -101,13 +105,13 @@ void SimulatedSpooler::close(PrinterHandle printer) {
 
 SizeAnswer SimulatedSpooler::printerSize(PrinterHandle printer) {
   if (!journal_.may("printerSize")) return failure(journal_);
-  const SimulatedPrinter* found = find(printer);
+  const SimulatedPrinter* found = opened(printer);
   return found ? sizeAnswer(journal_, sizeOf(*found)) : failure(journal_);
 }
 
 std::optional<PrinterInfo> SimulatedSpooler::printer(PrinterHandle printer, std::uint32_t size) {
   if (!journal_.may("printer")) return std::nullopt;
-  const SimulatedPrinter* found = find(printer);
+  const SimulatedPrinter* found = opened(printer);
   if (!found) return std::nullopt;
   if (sizeOf(*found) > size) {
     journal_.fails(errorInsufficientBuffer);
@@ -119,7 +123,7 @@ std::optional<PrinterInfo> SimulatedSpooler::printer(PrinterHandle printer, std:
 SizeAnswer SimulatedSpooler::jobsSize(PrinterHandle printer, std::uint32_t first,
                                       std::uint32_t count) {
   if (!journal_.may("jobsSize")) return failure(journal_);
-  const SimulatedPrinter* found = find(printer);
+  const SimulatedPrinter* found = opened(printer);
   return found ? sizeAnswer(journal_, sizeOf(chosen(*found, first, count))) : failure(journal_);
 }
 
@@ -127,7 +131,7 @@ std::optional<std::vector<JobInfo>> SimulatedSpooler::jobs(PrinterHandle printer
                                                            std::uint32_t first, std::uint32_t count,
                                                            std::uint32_t size) {
   if (!journal_.may("jobs")) return std::nullopt;
-  const SimulatedPrinter* found = find(printer);
+  const SimulatedPrinter* found = opened(printer);
   if (!found) return std::nullopt;
   const auto wanted = chosen(*found, first, count);
   if (sizeOf(wanted) > size) {
@@ -176,7 +180,7 @@ std::optional<std::u16string> SimulatedSpooler::driverDirectory(bool narrow, std
 std::optional<std::u16string> SimulatedSpooler::jobDocument(PrinterHandle printer,
                                                             std::uint32_t jobId) {
   if (!journal_.may("jobDocument", decimalText(jobId))) return std::nullopt;
-  if (const SimulatedPrinter* found = find(printer)) {
+  if (const SimulatedPrinter* found = opened(printer)) {
     for (const JobInfo& job : found->jobs)
       if (job.jobId == jobId) return job.document;
     journal_.fails(errorInvalidParameter);
@@ -186,7 +190,7 @@ std::optional<std::u16string> SimulatedSpooler::jobDocument(PrinterHandle printe
 
 bool SimulatedSpooler::setJob(PrinterHandle printer, std::uint32_t jobId, std::uint32_t command) {
   if (!journal_.may("setJob", decimalText(jobId) + u' ' + decimalText(command))) return false;
-  SimulatedPrinter* found = find(printer);
+  SimulatedPrinter* found = opened(printer);
   if (!found) return false;
   const auto erased =
       std::erase_if(found->jobs, [&](const JobInfo& job) { return job.jobId == jobId; });
@@ -197,7 +201,7 @@ bool SimulatedSpooler::writePrinter(PrinterHandle printer, std::span<const std::
                                     std::uint32_t& written) {
   written = 0;
   if (!journal_.may("writePrinter")) return false;
-  SimulatedPrinter* found = find(printer);
+  SimulatedPrinter* found = opened(printer);
   if (!found) return false;
   const auto taken = data.first(std::min<std::size_t>(data.size(), writeLimit));
   found->received.insert(found->received.end(), taken.begin(), taken.end());

@@ -44,6 +44,8 @@ class SimulatedSpooler : public Spooler {
   // What a test arranges and looks at. References stay good as printers are added.
   SimulatedPrinter& add(const std::u16string& name, const std::u16string& port,
                         const std::u16string& driver = u"Tarnwick Quillpress");
+  // Null if there is no printer of that name.
+  SimulatedPrinter* find(const std::u16string& name);
   // A handle as a printing program would have it, which counts among the open ones.
   PrinterHandle handleOf(const SimulatedPrinter& printer);
   std::size_t openHandles() const { return opened_.size(); }
@@ -56,7 +58,7 @@ class SimulatedSpooler : public Spooler {
   std::uint32_t writeLimit = 0xFFFFFFFF;
 
  private:
-  SimulatedPrinter* find(PrinterHandle printer);
+  SimulatedPrinter* opened(PrinterHandle printer);
 
   Journal& journal_;
   std::vector<std::unique_ptr<SimulatedPrinter>> printers_;
