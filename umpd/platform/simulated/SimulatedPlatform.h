@@ -33,6 +33,7 @@ struct SimulatedParts {
   SimulatedRandom random{journal};
   SimulatedMessages messages{journal};
   SimulatedText text{journal};
+  SimulatedMemory memory{journal};
 };
 
 class SimulatedPlatform {
