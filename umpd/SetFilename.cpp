@@ -107,7 +107,6 @@ std::u16string SetFilename::readDefaultSaveFilename() const {
   std::optional<std::string> line =
       settings.platform.files.readLine(value.substr(1), filenameCapacity - 1);
   if (!line) return value;
-  line->resize(std::min(line->find('\0'), line->size()));
   line->resize(line->find_last_not_of("\n\r\t ") + 1);
   return settings.platform.text.widen(*line);
 }

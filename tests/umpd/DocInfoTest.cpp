@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "tests/umpd/OnMachine.h"
 #include "tests/umpd/Wide.h"
 #include "umpd/SettingTexts.h"
@@ -74,6 +76,24 @@ TEST_F(DocInfoTest, APacketWithNothingHasOneMomentTwice) {
   EXPECT_EQ(machine.journal.count("now"), 1u);
   EXPECT_EQ(narrow(makeXmp(settings, u"")), head + pdf + "pdf:Producer='Quillpress'\n/>\n" + xap +
                                                 "xap:CreatorTool='Quillpress'\n" + dates + tail);
+}
+
+TEST_F(DocInfoTest, EachPropertyBringsItsElement) {
+  const std::tuple<std::u16string_view XmpProperties::*, std::string, std::string> cases[] = {
+      {&XmpProperties::keywords, pdf + "pdf:Keywords='v'\n/>\n" + xap, "v"},
+      {&XmpProperties::author, "elements/1.1/'>\n<dc:creator>", "v</rdf:li></rdf:Seq>"},
+      {&XmpProperties::subject, "elements/1.1/'>\n<dc:description>", "v</rdf:li></rdf:Alt>"},
+      {&XmpProperties::createDate, "xap:ModifyDate='2006-01-02T15:04:05Z'\nxap:CreateDate='v'",
+       "v"},
+      {&XmpProperties::modifyDate, "xap:ModifyDate='v'\nxap:CreateDate='2006-01-02T15:04:05Z'",
+       "v"}};
+  for (const auto& [property, start, value] : cases) {
+    XmpProperties one;
+    one.*property = u"v";
+    const std::string packet = narrow(buildXmpPacket(machine.clock, one));
+    EXPECT_NE(packet.find(start), packet.npos) << packet;
+    EXPECT_NE(packet.find(value), packet.npos) << packet;
+  }
 }
 
 TEST_F(DocInfoTest, EnableGovernsTitleAndAuthorAlone) {

@@ -129,9 +129,9 @@ TEST_F(PrinterSettingsTest, DefaultsDoWithoutFoldersAndWithoutEachOther) {
 
   platform.process.driverDirectory.clear();
   machine.spooler.driverDirectoryPath.pop_back();
-  settings.setPrinterName(u"Another");
-  settings.loadSettings();
+  settings.writeDefaultSettings();
   EXPECT_EQ(inMap(settings, u"ExecCmdLine").size(), 259u);
+  EXPECT_EQ(inMap(settings, u"printerName"), "Tarnwick Quillpress");
 }
 
 TEST_F(PrinterSettingsTest, NumbersAreWhatATextBeginsWith) {
@@ -156,7 +156,7 @@ TEST_F(PrinterSettingsTest, TextsAreHeldToTheBufferAndDefaultsAreNot) {
   };
   EXPECT_EQ(read(u"FOUR", 5, u"x"), "abcd");
   EXPECT_EQ(read(u"four", 4, u"default"), "default");
-  EXPECT_EQ(read(u"none", 5, u""), "");
+  EXPECT_EQ(read(u"none", 5, u"x"), "x");
   EXPECT_EQ(read(u"missing", 5, nullptr), "untouched");
 }
 

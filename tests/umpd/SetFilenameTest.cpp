@@ -123,6 +123,10 @@ TEST(SetFilename, MakesTheDirectoryButNotTheFile) {
   EXPECT_EQ(naming.name("x"), "C:\\new\\deep\\x.pdf");
   EXPECT_TRUE(naming.simulated.machine.files.isDirectory(u"C:\\new\\deep"));
   EXPECT_EQ(naming.name("x"), "C:\\new\\deep\\x.pdf");
+  // A separator in front parts nothing off.
+  naming.set("DefaultSaveDir=\\");
+  naming.name("x");
+  EXPECT_TRUE(naming.simulated.machine.files.isDirectory(u"x.pdf"));
 }
 
 TEST(SetFilename, EachCollisionWorksOnTheLastDotWithinTheRoom) {

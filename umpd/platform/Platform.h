@@ -345,8 +345,8 @@ class Files {
   virtual std::optional<std::uint32_t> attributes(const std::u16string& path) = 0;
   // One directory, in a directory that stands.
   virtual bool makeDirectory(const std::u16string& path) = 0;
-  // The first line of a text file with its line end, at most `limit` bytes; an empty text if the
-  // file has none. No value if the file cannot be opened.
+  // The first line of a text file with its line end, at most `limit` bytes, and up to a NUL in it;
+  // an empty text if the file has none. No value if the file cannot be opened.
   virtual std::optional<std::string> readLine(const std::u16string& path, std::size_t limit) = 0;
 
   // The folder's path, which may be empty.
