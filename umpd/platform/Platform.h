@@ -470,13 +470,12 @@ class TextConversion {
   virtual bool toUtf8(const std::u16string& text, std::span<char> buffer) = 0;
 };
 
-// --- Memory --
+// --- Memory ---
 
 class LowMemory;
 using OwnedLowBlock = Owned<LowMemory, std::byte*>;
 
-// Memory whose addresses fit into 32 bits: a job's handle is its record's address, cut to that
-// width.
+// Memory whose addresses fit into 32 bits, as a job's handle has no more for its record's.
 class LowMemory {
  public:
   virtual ~LowMemory() = default;
