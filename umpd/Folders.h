@@ -15,8 +15,7 @@ inline constexpr std::size_t pathCapacity = 260;
 // cannot be had or is longer than `capacity`.
 std::optional<std::u16string> getDriverDirectory(Platform& platform, std::size_t capacity);
 
-// A program or file of the product in the driver directory; empty if there is no room for it in a
-// path.
+// A file of the product in the driver directory; empty if a path has no room for its name.
 std::optional<std::u16string> driverFile(Platform& platform, std::u16string_view name);
 
 // The product's folder in the user's application data, made if it is missing.

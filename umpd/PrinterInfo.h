@@ -33,8 +33,7 @@ class PrinterInfoReader {
 std::vector<JobInfo> getAllJobs(Platform& platform, PrinterHandle printer);
 
 // The id of the newest job, which is taken for the one in hand, or 0; its document's name goes to
-// `document`. Opens the printer if need be. `document` stays as it is if there is no job to look
-// at.
+// `document`, which is left alone only if the printer has to be opened and cannot be.
 std::uint32_t getCurrentPrintJobDocName(PrinterSettings& settings, std::u16string& document);
 
 // False if the job is paused, blocked, offline, in error or out of paper.

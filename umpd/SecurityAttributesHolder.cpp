@@ -10,8 +10,7 @@ constexpr std::uint32_t attributesLength = 8;
 // A mandatory label: low integrity, no write-up.
 constexpr const char* lowIntegrityLabel = "S:(ML;;NW;;;LW)";
 
-// Lets programs of low integrity in. A step that fails is told to the debugger, and the next one
-// tried.
+// Lets programs of low integrity in. What fails is told to the debugger; the steps go on.
 void addLowIntegrityLabel(Platform& platform, SecurityAttributesHolder& holder) {
   Security& security = platform.security;
   const OwnedModule library = platform.modules.load(u"Advapi32.dll");

@@ -1,8 +1,7 @@
 // StringMap: a job's settings in memory, wide text to wide text.
 //
 // Keys compare without regard to case, in the manner of ASCII. Pairs keep the order in which their
-// keys first came. The map holds 190 pairs and no more: a further key is lost, with a line of debug
-// output.
+// keys first came. The map holds 190 pairs and no more: a further key is lost.
 #pragma once
 
 #include <cstddef>

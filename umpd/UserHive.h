@@ -1,7 +1,6 @@
 // UserHive: the registry hive of the user who prints. The code may run under a service's account,
 // so the current user's hive need not be the right one, and systems before Windows 2000 have no
-// call that finds it: there the way leads over the user's SID, and for that to the domain
-// controller.
+// call that finds it: there the way leads over the user's SID.
 #pragma once
 
 #include <cstddef>

@@ -506,6 +506,20 @@ TEST_P(PlatformContract, ErrorsHaveTextsAndLastUntilReported) {
   EXPECT_EQ(messages.lastError(), 77u) << "closing changed it";
 }
 
+TEST_P(PlatformContract, LowMemoryHasAddressesOfThirtyTwoBits) {
+  std::vector<OwnedLowBlock> blocks;
+  for (std::size_t size : {1u, 6000u, 200000u}) {
+    blocks.push_back(platform.memory.allocate(size));
+    std::byte* const block = blocks.back().get();
+    ASSERT_TRUE(block);
+    EXPECT_LE(reinterpret_cast<std::uintptr_t>(block) + size, 0xFFFFFFFF);
+    EXPECT_EQ(std::count(block, block + size, std::byte{0}), static_cast<std::ptrdiff_t>(size));
+    std::memset(block, 0xA5, size);
+  }
+  EXPECT_EQ(blocks[0].get()[0], std::byte{0xA5});
+  EXPECT_FALSE(platform.memory.allocate(SIZE_MAX / 2));
+}
+
 TEST_P(PlatformContract, TextConvertsBothWays) {
   EXPECT_EQ(platform.text.widen("plain"), u"plain");
   EXPECT_EQ(platform.text.widen(""), u"");

@@ -33,8 +33,7 @@ struct SizeAnswer {
   std::uint32_t error = 0;  // of a call that did not succeed
 };
 
-// --- Version
-// ---------------------------------------------------------------------------------------
+// --- Version ---
 
 struct OsVersion {
   std::uint32_t major = 0;
@@ -55,8 +54,7 @@ class SystemVersion {
   bool isVistaOrLater();
 };
 
-// --- Code loaded at run time
-// -----------------------------------------------------------------------
+// --- Code loaded at run time ---
 
 enum class ModuleHandle : std::uintptr_t {};
 // A function's address; 0 is "not there". Operations that take one call it, and need it not 0.
@@ -73,8 +71,7 @@ class Modules {
   virtual void close(ModuleHandle module) = 0;
 };
 
-// --- Registry
-// --------------------------------------------------------------------------------------
+// --- Registry ---
 
 enum class KeyHandle : std::uintptr_t {};
 
@@ -146,8 +143,7 @@ class Registry {
   bool writeDword(KeyHandle key, const std::u16string& name, std::uint32_t value);
 };
 
-// --- Profile files
-// ---------------------------------------------------------------------------------
+// --- Profile files ---
 
 class ProfileFiles {
  public:
@@ -160,8 +156,7 @@ class ProfileFiles {
                                      std::size_t room) = 0;
 };
 
-// --- Spooler
-// ---------------------------------------------------------------------------------------
+// --- Spooler ---
 
 enum class PrinterHandle : std::uintptr_t {};
 enum class TokenHandle : std::uintptr_t {};
@@ -243,8 +238,7 @@ class Spooler {
   virtual bool impersonatePrinterClient(FunctionAddress call, TokenHandle token) = 0;
 };
 
-// --- Security
-// --------------------------------------------------------------------------------------
+// --- Security ---
 
 enum class DescriptorHandle : std::uintptr_t {};
 enum class AclHandle : std::uintptr_t {};
@@ -276,8 +270,7 @@ class Security {
   virtual void close(DescriptorHandle descriptor) = 0;
 };
 
-// --- Named objects and shared memory
-// ---------------------------------------------------------------
+// --- Named objects and shared memory ---
 
 enum class ObjectHandle : std::uintptr_t {};
 
@@ -322,8 +315,7 @@ class NamedObjects {
   virtual void close(std::byte* view) = 0;
 };
 
-// --- Files and folders
-// -----------------------------------------------------------------------------
+// --- Files and folders ---
 
 enum class FileHandle : std::uintptr_t {};
 // What a file that could not be opened has for a handle. It is not "none", and an owner closes it.
@@ -363,8 +355,7 @@ class Files {
   virtual std::optional<std::u16string> systemDirectory() = 0;
 };
 
-// --- Processes
-// -------------------------------------------------------------------------------------
+// --- Processes ---
 
 struct ProcessRequest {
   std::u16string commandLine;  // no application name goes beside it
@@ -385,8 +376,7 @@ class Processes {
   virtual bool isProtectedMode(FunctionAddress call) = 0;
 };
 
-// --- Accounts
-// --------------------------------------------------------------------------------------
+// --- Accounts ---
 
 // A security identifier of revision 1, taken apart.
 struct Sid {
@@ -415,8 +405,7 @@ class Accounts {
                                                          FunctionAddress release) = 0;
 };
 
-// --- Clock and random numbers
-// ----------------------------------------------------------------------
+// --- Clock and random numbers ---
 
 struct CalendarTime {
   int year = 0;
@@ -449,8 +438,7 @@ class Random {
   virtual std::uint32_t next() = 0;
 };
 
-// --- Messages and texts
-// ----------------------------------------------------------------------------
+// --- Messages and texts ---
 
 // The flag of a box that shows with no desktop of its own.
 inline constexpr std::uint32_t serviceNotification = 0x200000;
@@ -482,8 +470,21 @@ class TextConversion {
   virtual bool toUtf8(const std::u16string& text, std::span<char> buffer) = 0;
 };
 
-// --- All of it
-// -------------------------------------------------------------------------------------
+// --- Memory ---
+
+class LowMemory;
+using OwnedLowBlock = Owned<LowMemory, std::byte*>;
+
+// Memory whose addresses fit into 32 bits, as a job's handle has no more for its record's.
+class LowMemory {
+ public:
+  virtual ~LowMemory() = default;
+  // Zeroed, page by page: for a few records that live long. None if there is no room below 4 GiB.
+  virtual OwnedLowBlock allocate(std::size_t size) = 0;
+  virtual void close(std::byte* block) = 0;
+};
+
+// --- All of it ---
 
 // What the front end remembers for as long as its process lives. It stands here and not in statics,
 // so that whoever makes a platform makes a fresh process.
@@ -509,5 +510,6 @@ struct Platform {
   Random& random;
   Messages& messages;
   TextConversion& text;
+  LowMemory& memory;
   ProcessState process{};
 };

@@ -1,6 +1,6 @@
 // The contract over the real system, which lends the suite a printer, a folder and a key.
 #include <windows.h>
-// The types come first.
+// The headers below build on <windows.h>.
 #include <winspool.h>
 
 #include <filesystem>

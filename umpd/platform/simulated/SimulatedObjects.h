@@ -1,5 +1,4 @@
-// SimulatedObjects, SimulatedSecurity: the named objects of the simulated machine and what guards
-// them.
+// SimulatedObjects, SimulatedSecurity: the simulated machine's named objects and their guards.
 //
 // An object lives as long as somebody holds it: this process by its handles, other processes by
 // what a test says of them. Nothing runs beside the test, so a wait that nothing ends comes back:

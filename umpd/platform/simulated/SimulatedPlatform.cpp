@@ -24,7 +24,7 @@ SimulatedPlatform::SimulatedPlatform()
     : platform{machine.version,   machine.modules,  machine.registry, machine.profiles,
                machine.spooler,   machine.security, machine.objects,  machine.files,
                machine.processes, machine.accounts, machine.clock,    machine.random,
-               machine.messages,  machine.text} {
+               machine.messages,  machine.text,     machine.memory} {
   become(WindowsRelease::windows7);
 }
 
@@ -45,5 +45,5 @@ void SimulatedPlatform::become(WindowsRelease release) {
 std::size_t SimulatedPlatform::openHandles() const {
   return machine.modules.openHandles() + machine.registry.openHandles() +
          machine.spooler.openHandles() + machine.security.openHandles() +
-         machine.objects.openHandles() + machine.files.openHandles();
+         machine.objects.openHandles() + machine.files.openHandles() + machine.memory.openBlocks();
 }

@@ -2,8 +2,7 @@
 //
 // It stands in for the system in tests: what the system would keep is open to look at and to
 // arrange, what other processes would do is scripted through the journal's hooks, every operation
-// is on record and can be made to fail. It begins as a machine of today; become() makes it an older
-// one.
+// is on record and can be made to fail. It begins as Windows 7; become() makes it another.
 #pragma once
 
 #include "umpd/platform/Platform.h"
@@ -33,6 +32,7 @@ struct SimulatedParts {
   SimulatedRandom random{journal};
   SimulatedMessages messages{journal};
   SimulatedText text{journal};
+  SimulatedMemory memory{journal};
 };
 
 class SimulatedPlatform {

@@ -4,6 +4,7 @@
 #include <chrono>
 
 #include "umpd/WideText.h"
+#include "umpd/platform/LowPages.h"
 
 namespace {
 
@@ -217,4 +218,17 @@ bool SimulatedText::toUtf8(const std::u16string& text, std::span<char> buffer) {
     used += bytes.size();
   }
   return true;
+}
+
+OwnedLowBlock SimulatedMemory::allocate(std::size_t size) {
+  if (!journal_.may("allocateLow")) return {};
+  std::byte* const block = allocateLowPages(size);
+  if (block) sizes_[block] = size;
+  return OwnedLowBlock(*this, block);
+}
+
+void SimulatedMemory::close(std::byte* block) {
+  journal_.note("freeLow");
+  freeLowPages(block, sizes_[block]);
+  sizes_.erase(block);
 }

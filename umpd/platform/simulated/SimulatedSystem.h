@@ -1,5 +1,5 @@
 // The small groups of the simulated machine: version, modules, accounts, clock, random numbers,
-// messages and text. Each is what a test makes of it, and keeps what it was told.
+// messages, text and memory. Each is what a test makes of it, and keeps what it was told.
 #pragma once
 
 #include <deque>
@@ -137,4 +137,18 @@ class SimulatedText : public TextConversion {
 
  private:
   Journal& journal_;
+};
+
+// Real memory: an address has to hold in earnest.
+class SimulatedMemory : public LowMemory {
+ public:
+  explicit SimulatedMemory(Journal& journal) : journal_(journal) {}
+  OwnedLowBlock allocate(std::size_t size) override;
+  void close(std::byte* block) override;
+
+  std::size_t openBlocks() const { return sizes_.size(); }
+
+ private:
+  Journal& journal_;
+  std::map<std::byte*, std::size_t> sizes_;
 };

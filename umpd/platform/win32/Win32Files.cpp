@@ -1,5 +1,5 @@
 #include "umpd/platform/win32/Win32Types.h"
-// The types come first.
+// The headers below build on <windows.h>.
 #include <shlobj.h>
 
 #include <cstdio>

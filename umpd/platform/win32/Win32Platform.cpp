@@ -3,4 +3,4 @@
 Win32Platform::Win32Platform()
     : platform{system.version,  system.modules, system.registry, system.profiles,  system.spooler,
                system.security, system.objects, system.files,    system.processes, system.accounts,
-               system.clock,    system.random,  system.messages, system.text} {}
+               system.clock,    system.random,  system.messages, system.text,      system.memory} {}

@@ -161,6 +161,12 @@ class Win32Text : public TextConversion {
   bool toUtf8(const std::u16string& text, std::span<char> buffer) override;
 };
 
+class Win32Memory : public LowMemory {
+ public:
+  OwnedLowBlock allocate(std::size_t size) override;
+  void close(std::byte* block) override;
+};
+
 // The groups, which must stand before the platform refers to them.
 struct Win32Parts {
   Win32Version version;
@@ -177,6 +183,7 @@ struct Win32Parts {
   Win32Random random;
   Win32Messages messages;
   Win32Text text;
+  Win32Memory memory;
 };
 
 class Win32Platform {

@@ -1,11 +1,12 @@
 #include "umpd/platform/win32/Win32Types.h"
-// The types come first.
+// The headers below build on <windows.h>.
 #include <lm.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
 
+#include "umpd/platform/LowPages.h"
 #include "umpd/platform/win32/Win32Platform.h"
 
 namespace {
@@ -201,4 +202,14 @@ bool Win32Text::toUtf8(const std::u16string& text, std::span<char> buffer) {
   }
   return WideCharToMultiByte(CP_UTF8, 0, wide(text), static_cast<int>(text.size() + 1),
                              buffer.data(), static_cast<int>(buffer.size()), nullptr, nullptr) != 0;
+}
+
+OwnedLowBlock Win32Memory::allocate(std::size_t size) {
+  return OwnedLowBlock(*this, allocateLowPages(size));
+}
+
+void Win32Memory::close(std::byte* block) {
+  const KeptLastError kept;
+  // The system knows the size.
+  freeLowPages(block, 0);
 }

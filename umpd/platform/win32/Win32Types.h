@@ -51,8 +51,7 @@ class KeptLastError {
   DWORD error_;
 };
 
-// A record of the spooler with the texts behind it; null for want of memory, which becomes the last
-// error.
+// A record of the spooler with the texts behind it. Want of memory becomes the last error.
 template <class Record>
 class RecordBuffer {
  public:
