@@ -7,6 +7,8 @@
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "tools/quillpress/DscDocument.h"
 #include "tools/quillpress/ExitStatus.h"
@@ -18,6 +20,10 @@
 namespace {
 
 using namespace quillpress;
+
+std::string nameOf(const std::string& input) {
+  return input == "-" ? "standard input" : input;
+}
 
 // Tells of what is wrong, and remembers that something was.
 class Complaints {
@@ -59,10 +65,10 @@ std::string pdfOf(std::vector<ConvertedPage> converted, const Job& job, const Op
 std::string readPostScript(const std::string& input) {
   std::string bytes = readFile(input);
   if (bytes.empty()) {
-    throw FileFailure(input + " is empty; give a file with PostScript in it");
+    throw FileFailure(nameOf(input) + " is empty; give a file with PostScript in it");
   }
   if (bytes.starts_with("%PDF-")) {
-    throw FileFailure(input + " is a PDF file already; give a PostScript file");
+    throw FileFailure(nameOf(input) + " is a PDF file already; give a PostScript file");
   }
   return bytes;
 }
@@ -72,13 +78,13 @@ int convert(const Options& options) {
     throw FileFailure("INPUT and OUTPUT are both " + options.input + "; give another OUTPUT");
   }
   const DscDocument document(readPostScript(options.input));
-  Complaints complaints(options.input);
+  Complaints complaints(nameOf(options.input));
   Job job(document, options.pageMatrix,
           [&](const std::string& where, const std::string& why) { complaints.add(where, why); });
   const auto pages = job.convertPages();
   if (pages.empty()) {
-    throw std::runtime_error("no page of " + options.input + " could be converted, so " +
-                             options.output + " was not written");
+    throw std::runtime_error("no page of " + nameOf(options.input) + " could be converted; " +
+                             "nothing was written");
   }
   writeFile(options.output,
             options.contentOnly ? contentOf(pages) : pdfOf(pages, job, options, complaints));
