@@ -51,7 +51,7 @@ const std::vector<SplitCase> splitCases = {
     {"a_trailer_before_a_page_is_not_the_documents",
      "%%Page: 1\n%%Trailer\nb\n%%Page: 2\nc\n",
      "",
-     {"%%Page: 1\n%%Trailer\nb\n", "%%Page: 2\nc\n"}},
+     {"%%Page: 1\n%%Trailer\nb\n", "%%Page: 2\nc\n\n"}},
     {"carriage_returns_end_lines",
      "a\r%%Page: 1\rb\r\n%%Page: 2\r\nc\r%%Trailer\r",
      "a\r",

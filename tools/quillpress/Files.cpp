@@ -82,12 +82,13 @@ mode_t modeFor(const std::string& path) {
 // A new file beside the place that it is meant for; gone again unless it was moved there.
 class FileBeside {
  public:
-  explicit FileBeside(const std::string& place)
+  FileBeside(const std::string& place, const std::string& nameForUser)
       : target(place),
+        shownName(nameForUser),
         name((fs::path(place).parent_path() / ".quillpress-XXXXXX").string()),
         file(::mkstemp(name.data())) {
     if (file.get() < 0) {
-      fail("cannot write", target, errno);
+      fail("cannot write", shownName, errno);
     }
   }
   FileBeside(const FileBeside&) = delete;
@@ -97,17 +98,18 @@ class FileBeside {
       ::unlink(name.c_str());
     }
   }
-  void write(std::string_view bytes) { writeAll(file, bytes, target); }
+  void write(std::string_view bytes) { writeAll(file, bytes, shownName); }
   void moveToPlace() {
     if (::fchmod(file.get(), modeFor(target)) != 0 || !file.close() ||
         ::rename(name.c_str(), target.c_str()) != 0) {
-      fail("cannot write", target, errno);
+      fail("cannot write", shownName, errno);
     }
     moved = true;
   }
 
  private:
   std::string target;
+  std::string shownName;
   std::string name;
   Descriptor file;
   bool moved = false;
@@ -146,7 +148,7 @@ void writeFile(const std::string& path, std::string_view bytes) {
   if (!fs::exists(status) || fs::is_regular_file(status)) {
     // A link stays one: what it points to is replaced.
     const fs::path place = fs::canonical(path, none);
-    FileBeside beside(place.empty() ? path : place.string());
+    FileBeside beside(place.empty() ? path : place.string(), path);
     beside.write(bytes);
     beside.moveToPlace();
     return;
