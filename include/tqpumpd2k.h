@@ -40,16 +40,16 @@ enum { TQP_PATTERN = 1, TQP_IMAGE = 3 };
  * The record has private fields behind `source`: only pointers to it are ever handed out.
  */
 struct PdfObject {
-  char* dictionary;      /* NUL-terminated entries of the dictionary, without << and >> */
-  void* extra;           /* not used, null */
-  uint32_t reserved;     /* not used, 0 */
-  int32_t compress;      /* 1: `data` is plain and may be compressed; 0: `dictionary` names filters
-                            that `data` is already encoded with */
-  unsigned char* data;   /* the stream's bytes */
-  uint64_t dataLength;   /* how many bytes `data` has */
-  char* name;            /* NUL-terminated resource name with its solidus, such as "/PSI1" or "/PA2" */
-  uint32_t kind;         /* TQP_PATTERN or TQP_IMAGE */
-  void* source;          /* private: what the record stands for in the program, may be null */
+  char* dictionary;    /* NUL-terminated entries of the dictionary, without << and >> */
+  void* extra;         /* not used, null */
+  uint32_t reserved;   /* not used, 0 */
+  int32_t compress;    /* 1: `data` is plain and may be compressed; 0: `dictionary` names filters
+                          that `data` is already encoded with */
+  unsigned char* data; /* the stream's bytes */
+  uint64_t dataLength; /* how many bytes `data` has */
+  char* name;    /* NUL-terminated resource name with its solidus, such as "/PSI1" or "/PA2" */
+  uint32_t kind; /* TQP_PATTERN or TQP_IMAGE */
+  void* source;  /* private: what the record stands for in the program, may be null */
 };
 typedef struct PdfObject PdfObject;
 

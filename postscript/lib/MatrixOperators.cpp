@@ -1,0 +1,39 @@
+#include "postscript/lib/MatrixOperators.h"
+
+#include "postscript/lib/Matrix.h"
+#include "postscript/lib/Operands.h"
+
+namespace postscript {
+
+namespace {
+constexpr const char* sourceFile = "postscript/lib/MatrixOperators";
+}
+
+void MatrixOperator::execute(Interpreter& ps) {
+  matrixIntoArray(*pushArray(ps), Matrix());
+}
+
+void IdentmatrixOperator::execute(Interpreter& ps) {
+  const Held<> operand = popObject(ps);
+  auto* array = as<ArrayObject>(operand.get());
+  if (!array) throw Ex(sourceFile, 49, "Illegal param type to identmatrix");
+  constexpr double identity[] = {1, 0, 0, 1, 0, 0};
+  for (int32_t i = 0; i < 6; ++i) {
+    array->items().setAt(i, ps.hold(new RealObject(identity[i])).get());
+  }
+  ps.operandStack.pushChecked(array);
+}
+
+void ConcatmatrixOperator::execute(Interpreter& ps) {
+  const Held<> top = popObject(ps);
+  const Held<> next = popObject(ps);
+  const Held<> deepest = popObject(ps);
+  auto* destination = as<ArrayObject>(top.get());
+  const auto* m2 = as<ArrayObject>(next.get());
+  const auto* m1 = as<ArrayObject>(deepest.get());
+  if (!destination || !m1 || !m2) throw Ex(sourceFile, 79, "Illegal param type to concatmatrix");
+  matrixIntoArray(*destination, multiplyMatrix(matrixFromArray(*m1), matrixFromArray(*m2)));
+  ps.operandStack.pushChecked(destination);
+}
+
+}  // namespace postscript

@@ -1,0 +1,110 @@
+#include "postscript/lib/Postscript2Pdf.h"
+
+#include <cstring>
+#include <limits>
+
+#include "postscript/lib/DebugOutput.h"
+#include "postscript/lib/Ex.h"
+#include "postscript/lib/Interpreter.h"
+#include "postscript/lib/painting/PaintingLayer.h"
+#include "postscript/lib/painting/StartupTexts.h"
+
+namespace postscript {
+
+namespace {
+
+constexpr const char* sourceFile = "Postscript2Pdf";
+
+Matrix widened(const float* matrix) {
+  return {matrix[0], matrix[1], matrix[2], matrix[3], matrix[4], matrix[5]};
+}
+
+}  // namespace
+
+Postscript2Pdf::Postscript2Pdf(const float* matrix) : pageMatrix(widened(matrix)) {
+  resetGraphicsStates();
+  interpreter = std::make_unique<Interpreter>();
+  registerPaintingLayer(interpreter->dictionaries, this);
+  runStartupTexts();
+}
+
+Postscript2Pdf::~Postscript2Pdf() = default;
+
+void Postscript2Pdf::runStartupTexts() {
+  try {
+    for (const char* text : startupTexts) interpreter->run(text);
+  } catch (Ex& ex) {
+    debugOutput((std::string("Exception in Procset:") + ex.report()).c_str());
+  }
+}
+
+void Postscript2Pdf::startPage(const float* matrix) {
+  pendingMoveto = false;
+  inPattern = false;
+  pageMatrix = widened(matrix);
+  resetGraphicsStates();
+}
+
+const char* Postscript2Pdf::convert(const char* bytes, int32_t* length) noexcept {
+  try {
+    try {
+      return run(bytes, length);
+    } catch (Ex& ex) {
+      errorText = "Exception:";
+      errorText += ex.report();
+      debugOutput(errorText.c_str());
+    }
+  } catch (...) {
+    // Anything else fails without a text.
+  }
+  return nullptr;
+}
+
+const char* Postscript2Pdf::run(const char* bytes, int32_t* length) {
+  contentText.clear();
+  interpreter->run(bytes, *length < 0 ? std::strlen(bytes) : static_cast<size_t>(*length));
+  if (contentText.size() > std::numeric_limits<int32_t>::max()) {
+    throw Ex(sourceFile, 310, "content text is too long");
+  }
+  *length = static_cast<int32_t>(contentText.size());
+  return contentText.c_str();
+}
+
+void Postscript2Pdf::pushDefaultGraphicsState() {
+  graphicsStates.push_back(std::make_unique<GraphicsState>());
+  topState().matrix = pageMatrix;
+}
+
+void Postscript2Pdf::pushGraphicsState() {
+  graphicsStates.push_back(std::make_unique<GraphicsState>(topState()));
+}
+
+void Postscript2Pdf::popGraphicsState() {
+  if (graphicsStates.empty()) throw Ex(sourceFile, 352, "No graphics states to pop");
+  graphicsStates.pop_back();
+  if (graphicsStates.empty()) pushDefaultGraphicsState();
+}
+
+void Postscript2Pdf::resetGraphicsStates() {
+  if (graphicsStates.empty()) return pushDefaultGraphicsState();
+  while (graphicsStates.size() > 1) popGraphicsState();
+  popGraphicsState();
+}
+
+void Postscript2Pdf::writePoint(char letter) {
+  GraphicsState& state = topState();
+  write(state.currentX, " ", state.currentY, " ", std::string_view(&letter, 1), "\n");
+  if (letter == 'm') state.pathOpen = true;
+}
+
+void Postscript2Pdf::writeCurve(double x1, double y1, double x2, double y2, double x3, double y3) {
+  write(x1, " ", y1, " ", x2, " ", y2, " ", x3, " ", y3, " c\n");
+}
+
+void Postscript2Pdf::flushMoveto() {
+  if (!pendingMoveto) return;
+  writePoint('m');
+  pendingMoveto = false;
+}
+
+}  // namespace postscript

@@ -1,0 +1,9 @@
+#include "postscript/lib/SimpleObjects.h"
+
+namespace postscript {
+
+std::string BooleanObject::describe() const {
+  return std::string(typeName(type)) + " " + syntaxText();
+}
+
+}  // namespace postscript

@@ -1,0 +1,29 @@
+#include "postscript/lib/WhereOperator.h"
+
+#include "postscript/lib/Operands.h"
+
+namespace postscript {
+
+void WhereOperator::execute(Interpreter& ps) {
+  const Held<> key = popObject(ps);
+  DictionaryObject* dictionary = ps.dictionaries.where(KeyText(*key));
+  if (dictionary) ps.operandStack.pushChecked(dictionary);
+  pushBoolean(ps, dictionary != nullptr);
+}
+
+void LoadOperator::execute(Interpreter& ps) {
+  const Held<> key = popObject(ps);
+  PostscriptObject* value = ps.dictionaries.lookup(KeyText(*key));
+  if (!value) {
+    throw Ex("postscript/lib/WhereOperator", 51, "Undefined name passed to load operator");
+  }
+  ps.operandStack.pushChecked(value);
+}
+
+void KnownOperator::execute(Interpreter& ps) {
+  const Held<> key = popObject(ps);
+  const auto dictionary = popAs<DictionaryObject>(ps, "known");
+  pushBoolean(ps, dictionary->body().get(KeyText(*key)) != nullptr);
+}
+
+}  // namespace postscript

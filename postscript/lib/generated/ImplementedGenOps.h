@@ -1,0 +1,24 @@
+// ImplementedGenOps: the operations of the generated layer that do something.
+#ifndef POSTSCRIPT_LIB_GENERATED_IMPLEMENTEDGENOPS_H
+#define POSTSCRIPT_LIB_GENERATED_IMPLEMENTEDGENOPS_H
+
+#include "postscript/lib/generated/GeneratedOps.h"
+
+namespace postscript {
+
+class ImplementedGenOps : public generated::GeneratedOps {
+ public:
+  explicit ImplementedGenOps(Interpreter& owner) : interpreter(&owner) {}
+
+  void performCountdictstack(std::tuple<IntegerObject&> objects) override;
+  // A hand-written operator stands in front of this one.
+  void performCvs(std::tuple<PostscriptObject&, StringObject&, StringObject&> objects) override;
+  void performProduct(std::tuple<StringObject&> objects) override;
+
+ private:
+  Interpreter* interpreter;
+};
+
+}  // namespace postscript
+
+#endif
