@@ -90,7 +90,8 @@ TEST_F(Convert, ReportsAFailingPrologOnce) {
 }
 
 TEST_F(Convert, TellsOfAPageWithoutItsEndAndGoesOnAfterIt) {
-  for (const std::string open : {"(text", "{1 2", "currentfile 4 string readhexstring 11 22"}) {
+  for (const std::string open : {"(text", "{1 2", "currentfile 4 string readhexstring 11 22",
+                                 "currentfile 99 string readstring 11"}) {
     write("in.ps", firstPage + open + "\n" + secondPage);
     const Outcome outcome = shell("$Q convert in.ps out.pdf");
     EXPECT_EQ(outcome.status, 1) << open;

@@ -6,6 +6,14 @@
 #include <new>
 
 namespace quillpress {
+namespace {
+
+// Any operator that writes does; it comes from systemdict because a program may have given its name
+// another meaning.
+constexpr std::string_view probe = "10 systemdict /setmiterlimit get exec\n";
+constexpr std::string_view probeText = "10 M ";
+
+}  // namespace
 
 Converter::Converter(const Matrix& matrix) {
   std::transform(matrix.begin(), matrix.end(), pageMatrix.begin(),
@@ -34,13 +42,19 @@ std::string Converter::run(std::string_view piece) {
   return {text, static_cast<size_t>(length)};
 }
 
+// What is open swallows a piece that would write something, or swallows only its beginning, and
+// then the rest makes no sense but a second piece is run as it should. When neither is run,
+// something else is wrong, such as an empty dictionary stack.
 bool Converter::isUnfinished() {
-  // Any operator that writes does; it comes from systemdict because a program may have given its
-  // name another meaning.
+  const auto answer = answerOf(probe);
+  return answer ? *answer != probeText : answerOf(probe) == probeText;
+}
+
+std::optional<std::string> Converter::answerOf(std::string_view piece) {
   try {
-    return run("10 systemdict /setmiterlimit get exec\n") != "10 M ";
+    return run(piece);
   } catch (const ConversionFailure&) {
-    return false;
+    return std::nullopt;
   }
 }
 

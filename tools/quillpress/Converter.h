@@ -3,7 +3,9 @@
 
 #include <tqpumpd2k.h>
 
+#include <array>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -37,6 +39,8 @@ class Converter {
   std::vector<const PdfObject*> objects() const;
 
  private:
+  std::optional<std::string> answerOf(std::string_view piece);
+
   struct Close {
     void operator()(void* converter) const { PSClose(converter); }
   };
