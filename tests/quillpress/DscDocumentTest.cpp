@@ -82,6 +82,11 @@ const std::vector<SplitCase> splitCases = {
      "%%BeginData: 3\nx\n",
      {"%%Page: 1\n\n"}},
     {"end_of_transmission_is_stripped", "\4%!\nx\n\4\r\n\4", "", {"%!\nx\n\n"}},
+    {"printer_commands_are_stripped",
+     "\x1B%-12345X@PJL SET X\r\n@PJL ENTER LANGUAGE=POSTSCRIPT\r\n%!\nx\n\4\x1B%-12345X@PJL "
+     "EOJ\r\n",
+     "",
+     {"%!\nx\n\n"}},
     {"a_dos_header_is_followed",
      "\xC5\xD0\xD3\xC6\x20\0\0\0\x05\0\0\0"s + std::string(20, 'h') + "%!\nx preview",
      "",

@@ -43,6 +43,18 @@ std::string_view withoutDosHeader(std::string_view file) {
   return file.substr(begin, length);
 }
 
+// A spooled job may stand between commands to the printer, each batch of which begins with an
+// escape sequence.
+std::string_view withoutPrinterCommands(std::string_view text) {
+  constexpr std::string_view escape = "\x1B%-12345X";
+  const size_t begin = text.find("%!");
+  if (!text.starts_with(escape) || begin == std::string_view::npos) {
+    return text;
+  }
+  text.remove_prefix(begin);
+  return text.substr(0, text.rfind(escape));
+}
+
 std::string_view withoutEndOfTransmission(std::string_view text) {
   while (text.starts_with(endOfTransmission)) {
     text.remove_prefix(1);
@@ -122,7 +134,7 @@ Outline outlineOf(std::string_view text) {
 }  // namespace
 
 DscDocument::DscDocument(std::string file) : bytes(std::move(file)) {
-  bytes = std::string(withoutEndOfTransmission(withoutDosHeader(bytes)));
+  bytes = std::string(withoutEndOfTransmission(withoutPrinterCommands(withoutDosHeader(bytes))));
   bytes += '\n';
   const std::string_view text = bytes;
   const Outline outline = outlineOf(text);

@@ -20,7 +20,7 @@ struct DscPage {
 class DscDocument {
  public:
   // Takes the bytes of a file; what surrounds the PostScript in it (the header of a DOS EPS file,
-  // the end-of-transmission bytes of a serial line) is left out.
+  // commands to a printer, the end-of-transmission bytes of a serial line) is left out.
   // Throws std::invalid_argument when the header points outside of the file.
   explicit DscDocument(std::string file);
   DscDocument(const DscDocument&) = delete;

@@ -118,8 +118,8 @@ class FileBeside {
 }  // namespace
 
 std::string readFile(const std::string& path) {
-  const Descriptor file(path == "-" ? STDIN_FILENO : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   const std::string name = path == "-" ? "standard input" : path;
+  const Descriptor file(path == "-" ? STDIN_FILENO : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (file.get() < 0) {
     fail("cannot read", name, errno);
   }
