@@ -41,4 +41,4 @@ need() {
 }
 
 # What a build for this machine takes.
-native_packages=(g++ cmake ninja-build googletest libcli11-dev libqpdf-dev)
+native_packages=(g++ python3 cmake ninja-build googletest libcli11-dev libqpdf-dev)
