@@ -10,8 +10,8 @@ namespace {
 
 constexpr const char* sourceFile = "postscript/lib/ArrayObject";
 
-// Arrays can hold themselves, so the depth is limited; and they can hold one object many times
-// over, in many layers, so the length is, too.
+// Arrays can hold themselves, so the depth is limited; and they can hold one array or string many
+// times over, so the length is, too.
 void appendSyntaxText(const ArrayObject& array, int depth, std::string& text) {
   text += '[';
   for (int32_t i = 0; i < array.items().size(); ++i) {

@@ -8,9 +8,8 @@
 namespace postscript {
 
 namespace {
-
 constexpr const char* sourceFile = "postscript/lib/ArrayObject";
-}  // namespace
+}
 
 void BeginProcedureOperator::execute(Interpreter& ps) {
   ps.deferredStack.pushNew<ArrayObject>(*ps.memory.current, ArrayData::procedure);

@@ -1,5 +1,6 @@
 #include "postscript/lib/ComparisonOperators.h"
 
+#include <algorithm>
 #include <set>
 #include <utility>
 

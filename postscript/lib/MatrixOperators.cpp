@@ -32,7 +32,10 @@ void ConcatmatrixOperator::execute(Interpreter& ps) {
   const auto* m2 = as<ArrayObject>(next.get());
   const auto* m1 = as<ArrayObject>(deepest.get());
   if (!destination || !m1 || !m2) throw Ex(sourceFile, 79, "Illegal param type to concatmatrix");
-  matrixIntoArray(*destination, multiplyMatrix(matrixFromArray(*m1), matrixFromArray(*m2)));
+  // m1 is read first: when both are bad, its failure is the one that shows.
+  const Matrix first = matrixFromArray(*m1);
+  const Matrix second = matrixFromArray(*m2);
+  matrixIntoArray(*destination, multiplyMatrix(first, second));
   ps.operandStack.pushChecked(destination);
 }
 

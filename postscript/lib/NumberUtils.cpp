@@ -1,5 +1,6 @@
 #include "postscript/lib/NumberUtils.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
