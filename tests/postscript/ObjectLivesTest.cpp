@@ -1,7 +1,6 @@
 // What programs cannot see of objects and their containers: counts, ends, sharing, texts.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 
 #include "postscript/lib/DebugOutput.h"
@@ -209,16 +208,6 @@ TEST(Filters, OfAngleStringsNameTheirEncoding) {
   EXPECT_EQ(filters(1), std::vector<std::string>{"ASCII85Decode"});
   EXPECT_EQ(filters(2), std::vector<std::string>{"ASCII85Decode"});
   EXPECT_TRUE(filters(3).empty());
-}
-
-TEST(Registration, RemembersWhatItReplaces) {
-  Interpreter ps;
-  const auto& replaced = ps.dictionaries.replacedNames;
-  EXPECT_EQ(ps.dictionaries.generatedNames.size(), 316u);
-  EXPECT_EQ(std::count(replaced.begin(), replaced.end(), "add"), 1);
-  EXPECT_EQ(std::count(replaced.begin(), replaced.end(), "moveto"), 0);
-  EXPECT_EQ(std::count(replaced.begin(), replaced.end(), "systemdict"), 0);
-  EXPECT_EQ(ps.dictionaries.lookup("add")->refCount, 1);
 }
 
 std::string debugText;
