@@ -59,8 +59,9 @@ bool makeDirectories(Platform& platform, std::u16string_view path) {
     if (!made.empty()) made += u'/';
     made += path.substr(start, end - start);
     const auto attributes = platform.files.attributes(made);
-    if (attributes ? (*attributes & attributeDirectory) == 0 : !platform.files.makeDirectory(made))
-      return false;
+    if (attributes && (*attributes & attributeDirectory) == 0) return false;
+    // One that cannot be made stops nothing: those below it may stand all the same.
+    if (!attributes) platform.files.makeDirectory(made);
     start = path.find_first_not_of(separators, end);
   }
   return true;

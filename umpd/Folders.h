@@ -21,5 +21,6 @@ std::optional<std::u16string> driverFile(Platform& platform, std::u16string_view
 // The product's folder in the user's application data, made if it is missing.
 std::u16string productDataFolder(Platform& platform);
 
-// Makes what is missing of a path. True if the whole path stands as directories.
+// Makes what is missing of a path. False if the path names nothing, or if something on its way
+// stands and is no directory.
 bool makeDirectories(Platform& platform, std::u16string_view path);
