@@ -16,6 +16,8 @@ namespace postscript {
 class KeyText {
  public:
   explicit KeyText(const PostscriptObject& key);
+  KeyText(const KeyText&) = delete;
+  KeyText& operator=(const KeyText&) = delete;
   operator std::string_view() const { return view; }
 
  private:

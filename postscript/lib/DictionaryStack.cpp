@@ -11,9 +11,10 @@ DictionaryStack::DictionaryStack(VirtualMemorySet& memorySet)
       errorDictionary(new DictionaryObject(*memorySet.local, "Error")),
       fontDirectory(new DictionaryObject(*memorySet.global, "Font")),
       memory(memorySet) {
-  stack.pushChecked(systemDictionary);
-  stack.pushChecked(globalDictionary);
-  stack.pushChecked(userDictionary);
+  for (DictionaryObject* dictionary : {systemDictionary, globalDictionary, userDictionary}) {
+    stack.pushChecked(dictionary);
+    ++dictionary->holders;
+  }
   ++errorDictionary->refCount;
   ++fontDirectory->refCount;
 }
@@ -25,6 +26,10 @@ DictionaryStack::~DictionaryStack() {
   giveUp(errorDictionary);
   giveUp(fontDirectory);
   stack.clear();
+  for (DictionaryObject* dictionary : {systemDictionary, globalDictionary, userDictionary}) {
+    --dictionary->holders;
+    release(dictionary);
+  }
 }
 
 PostscriptObject* DictionaryStack::lookup(std::string_view key) const {

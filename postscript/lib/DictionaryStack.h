@@ -42,6 +42,8 @@ class DictionaryStack {
   std::list<std::string> replacedNames;
   std::list<std::string> generatedNames;
 
+  // The standing dictionaries: a program can take them off the stack and undefine their names, and
+  // they stay in memory all the same.
   DictionaryObject* const systemDictionary;
   DictionaryObject* const globalDictionary;
   DictionaryObject* const userDictionary;

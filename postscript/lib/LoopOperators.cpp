@@ -114,6 +114,7 @@ void ForOperator::round(Interpreter& ps) {
   makeRunnable(proc.get());
 }
 
+// `entry` is the one at `index`.
 struct ForallOperator::Walk {
   DictionaryData::Entries::const_iterator entry;
   uint64_t changes;
@@ -155,12 +156,11 @@ void ForallOperator::step(Interpreter& ps) {
 void ForallOperator::stepDictionary(Interpreter& ps) {
   const DictionaryData& body = as<DictionaryObject>(collection)->body();
   if (index >= body.size()) return;
-  if (walk && walk->changes == body.changes()) {
-    ++walk->entry;
-  } else {
+  if (!walk || walk->changes != body.changes()) {
     walk.reset(new Walk{std::next(body.entries().begin(), index), body.changes()});
   }
   step(ps, ps.hold(new NameObject(walk->entry->first)).get(), walk->entry->second);
+  ++walk->entry;
 }
 
 void ForallOperator::step(Interpreter& ps, PostscriptObject* key, PostscriptObject* element) {

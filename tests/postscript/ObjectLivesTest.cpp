@@ -1,0 +1,236 @@
+// What programs cannot see of objects and their containers: counts, ends, sharing, texts.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+
+#include "postscript/lib/DebugOutput.h"
+#include "postscript/lib/Operands.h"
+
+using namespace postscript;
+
+namespace {
+
+std::string failureOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (Ex& ex) {
+    return ex.report();
+  }
+  return "";
+}
+
+// Counts how many of its kind are alive.
+class Counted : public NullObject {
+ public:
+  Counted() { ++alive; }
+  ~Counted() override { --alive; }
+  static inline int alive = 0;
+};
+
+TEST(ObjectStack, CountsWhatItHolds) {
+  ObjectStack stack("test");
+  auto* object = new Counted;
+  EXPECT_EQ(object->refCount, 0);
+  stack.pushChecked(object);
+  stack.pushChecked(object);
+  EXPECT_EQ(object->refCount, 2);
+  EXPECT_EQ(stack.pop(), object);
+  EXPECT_EQ(stack.pop(), object);
+  EXPECT_EQ(object->refCount, 0);
+  EXPECT_EQ(Counted::alive, 1) << "pop does not delete";
+  EXPECT_EQ(failureOf([&] { stack.pop(); }),
+            "[ostscript/lib/ObjectStack:48] pop - expected item on stack\n");
+  EXPECT_EQ(failureOf([&] { stack.pushChecked(nullptr); }),
+            "[ostscript/lib/ObjectStack:40] cannot push null item onto stack\n");
+  stack.pushChecked(object);
+  EXPECT_EQ(object->refCount, 1);
+  stack.clear();
+  EXPECT_EQ(Counted::alive, 0);
+  EXPECT_EQ(stack.size(), 0);
+}
+
+TEST(ObjectStack, SetsWithinItsSizeAndOneBeyond) {
+  ObjectStack stack("test");
+  stack.setAt(0, new Counted);
+  stack.setAt(1, new Counted);
+  PostscriptObject* first = stack.at(0);
+  stack.setAt(0, first);
+  EXPECT_EQ(first->refCount, 1);
+  stack.setAt(0, stack.at(1));
+  EXPECT_EQ(Counted::alive, 1);
+  EXPECT_EQ(stack.at(0)->refCount, 2);
+  NullObject other;
+  for (const int64_t index : {int64_t{3}, int64_t{-1}, int64_t{1} << 32}) {
+    EXPECT_EQ(failureOf([&] { stack.setAt(index, &other); }),
+              "[ostscript/lib/ObjectStack:133] Illegal array index\n");
+  }
+  EXPECT_EQ(stack.at(-1), nullptr);
+  EXPECT_EQ(stack.at(2), nullptr);
+  EXPECT_EQ(stack.top(), stack.at(1));
+}
+
+TEST(DictionaryData, GivesUpWhatItReplacesOrLoses) {
+  {
+    DictionaryData dictionary;
+    auto* kept = new Counted;
+    dictionary.put("a", kept);
+    dictionary.put("a", kept);
+    EXPECT_EQ(kept->refCount, 1);
+    dictionary.put("b", kept);
+    dictionary.put("a", new Counted);
+    EXPECT_EQ(kept->refCount, 1);
+    EXPECT_EQ(Counted::alive, 2);
+    dictionary.remove("b");
+    dictionary.remove("b");
+    EXPECT_EQ(Counted::alive, 1);
+    EXPECT_EQ(dictionary.get("b"), nullptr);
+  }
+  EXPECT_EQ(Counted::alive, 0);
+}
+
+TEST(Held, ReleasesOnTheNormalWayAndKeepsOnFailure) {
+  {
+    AbandonedObjects abandoned;
+    auto* object = new Counted;
+    {
+      const Held<> first(abandoned, object);
+      const Held<> again(abandoned, object);
+    }
+    EXPECT_EQ(Counted::alive, 0);
+    failureOf([&] {
+      auto* popped = new Counted;
+      const Held<> first(abandoned, popped);
+      const Held<> again(abandoned, popped);
+      throw Ex("file", 1, "");
+    });
+    EXPECT_EQ(Counted::alive, 1);
+  }
+  EXPECT_EQ(Counted::alive, 0);
+}
+
+TEST(TypedPop, TakesTheObjectAlsoWhenItIsWrong) {
+  Interpreter ps;
+  const auto wrong = [&](const auto& pop) {
+    push<NullObject>(ps);
+    const std::string report = failureOf([&] { pop(ps); });
+    EXPECT_TRUE(ps.operandStack.empty());
+    return report;
+  };
+  const std::string start = "[ostscript/lib/ObjectStack:62] Expected ";
+  EXPECT_EQ(wrong(popBooleanObject), start + "ps_boolean at popBooleanObject\n");
+  EXPECT_EQ(wrong(popDictionaryObject), start + "ps_dictionary at popDictionaryObject\n");
+  EXPECT_EQ(wrong(popIntegerObject), start + "ps_integer at popIntegerObject\n");
+  EXPECT_EQ(wrong(popArrayObject), start + "ps_array at popArrayObject\n");
+  EXPECT_EQ(wrong(popStringObject), start + "ps_string at popStringObject\n");
+  EXPECT_EQ(wrong(popMarkObject), start + "ps_mark at popMarkObject\n");
+  pushReal(ps, 1);
+  EXPECT_EQ(failureOf([&] { popIntegerObject(ps); }), start + "ps_integer at popIntegerObject\n");
+}
+
+TEST(Handles, ShareTheBodyAndKnowItsPlace) {
+  Interpreter ps;
+  const auto* first = pushString(ps, "a");
+  const auto* second = pushString(ps, "b");
+  EXPECT_EQ(second->dataIndex, first->dataIndex + 1);
+  EXPECT_EQ(second->memory, ps.memory.local);
+  auto* array = pushArray(ps, ArrayData::procedure);
+  array->executable = true;
+  array->execIndex = 3;
+  const auto copy = ps.hold(static_cast<ArrayObject*>(array->clone()));
+  EXPECT_EQ(copy->data, array->data);
+  EXPECT_EQ(copy->dataIndex, array->dataIndex);
+  EXPECT_EQ(copy->execIndex, 3);
+  EXPECT_TRUE(copy->executable);
+  EXPECT_EQ(copy->refCount, 0);
+  EXPECT_EQ(copy->describe(), "ps_array, size=0, exec index=3");
+  EXPECT_STREQ(array->items().name, "Array { Stack");
+}
+
+TEST(Numbers, AreAddedInPlace) {
+  IntegerObject integer(2147483647);
+  integer.add(IntegerObject(2));
+  EXPECT_EQ(integer.value, -2147483647);
+  integer.value = 5;
+  integer.add(RealObject(-2.9));
+  EXPECT_EQ(integer.value, 3);
+  integer.add(RealObject(1e300));
+  EXPECT_EQ(integer.value, -2147483645);
+  RealObject real(0.5);
+  real.add(IntegerObject(2));
+  real.add(RealObject(0.25));
+  EXPECT_EQ(real.value, 2.75);
+  EXPECT_EQ(failureOf([&] { integer.add(NullObject()); }),
+            "[ntegerObject:12] Unsupported number type for IntegerObject adding\n");
+  EXPECT_EQ(failureOf([&] { real.add(NullObject()); }),
+            "[ealObject:12] Unsupported number type for adding\n");
+}
+
+TEST(Numbers, TooSmallForARealAreNone) {
+  EXPECT_FALSE(readReal("0." + std::string(330, '0') + "1"));
+  EXPECT_FALSE(readReal("0." + std::string(310, '0') + "1")) << "a denormal";
+  EXPECT_FALSE(readReal("1" + std::string(309, '0')));
+  EXPECT_EQ(readReal("0." + std::string(330, '0')), 0.0);
+  EXPECT_EQ(readReal("0." + std::string(306, '0') + "1"), 1e-307);
+}
+
+TEST(TypeNames, AreUnknownBeyondTheTags) {
+  EXPECT_STREQ(typeName(TypeTag{14}), "ps_string");
+  EXPECT_STREQ(typeName(TypeTag{15}), "unknown");
+  EXPECT_STREQ(typeName(TypeTag{0xffffffff}), "unknown");
+}
+
+TEST(Ex, ReportShowsTheFileBehindItsLastBackslash) {
+  const auto report = [](const char* file, const char* message) {
+    return std::string(Ex(file, 7, message).report());
+  };
+  EXPECT_EQ(report("a\\b\\c", "m"), "[c:7] m\n");
+  EXPECT_EQ(report("a/b", "m\n"), "[/b:7] m\n");
+  EXPECT_EQ(report("\\ab", "m"), "[ab:7] m\n");
+  EXPECT_EQ(report("ab\\", ""), "[:7] \n");
+}
+
+TEST(SaveObjects, AreSpacesWithANameAndNoBodies) {
+  const VirtualMemoryObject save("Save 0");
+  EXPECT_EQ(save.describe(), "ps_save Save 0");
+  EXPECT_EQ(save.syntaxText(), "ps_save Save 0");
+  EXPECT_EQ(save.valueText(), "--nostringval--");
+  const std::unique_ptr<PostscriptObject> copy(save.clone());
+  EXPECT_EQ(copy->describe(), "ps_save Copy of Save 0");
+}
+
+TEST(Filters, OfAngleStringsNameTheirEncoding) {
+  Interpreter ps;
+  ps.run("<41> <~a~> <~a>b~> (a) ");
+  const auto filters = [&ps](int index) {
+    return as<StringObject>(ps.operandStack.at(index))->filters();
+  };
+  EXPECT_EQ(filters(0), std::vector<std::string>{"ASCIIHexDecode"});
+  EXPECT_EQ(filters(1), std::vector<std::string>{"ASCII85Decode"});
+  EXPECT_EQ(filters(2), std::vector<std::string>{"ASCII85Decode"});
+  EXPECT_TRUE(filters(3).empty());
+}
+
+TEST(Registration, RemembersWhatItReplaces) {
+  Interpreter ps;
+  const auto& replaced = ps.dictionaries.replacedNames;
+  EXPECT_EQ(ps.dictionaries.generatedNames.size(), 316u);
+  EXPECT_EQ(std::count(replaced.begin(), replaced.end(), "add"), 1);
+  EXPECT_EQ(std::count(replaced.begin(), replaced.end(), "moveto"), 0);
+  EXPECT_EQ(std::count(replaced.begin(), replaced.end(), "systemdict"), 0);
+  EXPECT_EQ(ps.dictionaries.lookup("add")->refCount, 1);
+}
+
+std::string debugText;
+
+TEST(UnknownNames, AreListedInOrderWithTheirCounts) {
+  Interpreter ps;
+  debugReceiver = [](const char* text) { debugText += text; };
+  const std::string_view program = "zz add /ab zz { x Ab a1 zz } (ab) /x1 unfinished";
+  ps.listUnknownNames(program.data(), program.size());
+  debugReceiver = nullptr;
+  EXPECT_EQ(debugText, "ab (1)\nzz (3)\n");
+  EXPECT_TRUE(ps.operandStack.empty());
+}
+
+}  // namespace
