@@ -18,6 +18,13 @@ if(QUILLPRESS_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+option(QUILLPRESS_FUZZ "Make fuzzers of the fuzz targets" OFF)
+if(QUILLPRESS_FUZZ)
+  # The macro is the fuzzers' own convention; it limits how long one program may run.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+  add_compile_definitions(FUZZING_BUILD_MODE_UNSAFE_FOR_PRODUCTION)
+endif()
+
 if(WIN32)
   # Nothing is needed beside the library but the system's own DLLs, and two builds of one source
   # give the same bytes.

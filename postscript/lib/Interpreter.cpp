@@ -8,6 +8,7 @@
 #include "postscript/lib/CoreLayer.h"
 #include "postscript/lib/DebugOutput.h"
 #include "postscript/lib/IntegerObject.h"
+#include "postscript/lib/Limits.h"
 #include "postscript/lib/StringObject.h"
 #include "postscript/lib/generated/GeneratedLayer.h"
 #include "postscript/lib/generated/ImplementedGenOps.h"
@@ -33,7 +34,7 @@ void Interpreter::run(const char* bytes, size_t length) {
   printBuffer.clear();
   parser.setRange(bytes, length);
   suspendFlag = false;
-  for (;;) {
+  for (uint64_t turn = 0; turn < limits::engineTurns; ++turn) {
     const bool fromInput = executionStack.empty();
     const Held<> object = hold(fromInput ? parser.nextToken() : executionStack.pop());
     if (!object) return;

@@ -8,6 +8,12 @@
 
 namespace postscript::limits {
 
+// Turns of the engine in a run: no limit, but for fuzzers, whose programs must come to an end.
+#ifdef FUZZING_BUILD_MODE_UNSAFE_FOR_PRODUCTION
+inline constexpr uint64_t engineTurns = 20000;
+#else
+inline constexpr uint64_t engineTurns = UINT64_MAX;
+#endif
 // Elements of an array that is made by its size.
 inline constexpr int32_t arrayElements = 1 << 22;
 // Bytes of a string, however it comes about.

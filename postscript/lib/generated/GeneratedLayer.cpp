@@ -17,27 +17,26 @@ auto popOperands(Interpreter& ps, Gives<First, Rest...>) {
   return std::tuple_cat(std::make_tuple(std::move(first)), std::move(rest));
 }
 
-template <class Signature, void (GeneratedOps::*slot)(Objects<Signature>)>
-class GeneratedOp;
-template <class... Results, class... Operands,
-          void (GeneratedOps::*slot)(Objects<Gives<Results...>(Operands...)>)>
-class GeneratedOp<Gives<Results...>(Operands...), slot> : public NameObject {
- public:
-  using NameObject::NameObject;
-  void execute(Interpreter& ps) override {
-    const auto operands = popOperands(ps, Gives<Operands...>());
-    const std::tuple<typename Results::Object&...> results{Results::pushDefault(ps)...};
-    const auto operandObjects = std::apply(
-        [](const auto&... held) { return std::tuple<typename Operands::Object&...>(*held...); },
-        operands);
-    (ps.generatedOps.get()->*slot)(std::tuple_cat(operandObjects, results));
-  }
-};
+// What every operator of the layer does: the results stand on the stack when the slot is called.
+template <class... Results, class... Operands>
+void runGenerated(Interpreter& ps, Gives<Results...> (*)(Operands...),
+                  void (GeneratedOps::*slot)(Objects<Gives<Results...>(Operands...)>)) {
+  const auto operands = popOperands(ps, Gives<Operands...>());
+  const std::tuple<typename Results::Object&...> results{Results::pushDefault(ps)...};
+  const auto operandObjects = std::apply(
+      [](const auto&... held) { return std::tuple<typename Operands::Object&...>(*held...); },
+      operands);
+  (ps.generatedOps.get()->*slot)(std::tuple_cat(operandObjects, results));
+}
 
-#define GENERATED_OPERATOR(Class, name, ...)                                                  \
-  class Class##GeneratedOp : public GeneratedOp<__VA_ARGS__, &GeneratedOps::perform##Class> { \
-   public:                                                                                    \
-    Class##GeneratedOp() : GeneratedOp(name) {}                                               \
+#define GENERATED_OPERATOR(Class, text, ...)                                             \
+  class Class##GeneratedOp : public NameObject {                                         \
+   public:                                                                               \
+    Class##GeneratedOp() : NameObject(text) {}                                           \
+    void execute(Interpreter& ps) override {                                             \
+      using Signature = __VA_ARGS__;                                                     \
+      runGenerated(ps, static_cast<Signature*>(nullptr), &GeneratedOps::perform##Class); \
+    }                                                                                    \
   };
 #include "postscript/lib/generated/OperatorTable.inc"
 #undef GENERATED_OPERATOR

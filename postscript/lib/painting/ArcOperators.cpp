@@ -90,12 +90,12 @@ void arcClockwise(Postscript2Pdf& converter, ArcSpec& arc) {
   } while (cur > arc.secondAngle);
 }
 
-void Arcer::popSpec(Interpreter& ps) {
-  spec.secondAngle = popNumber(ps);
-  spec.firstAngle = popNumber(ps);
-  spec.radius = popNumber(ps);
-  spec.centerY = popNumber(ps);
-  spec.centerX = popNumber(ps);
+void Arcer::popArc(Interpreter& ps) {
+  arc.secondAngle = popNumber(ps);
+  arc.firstAngle = popNumber(ps);
+  arc.radius = popNumber(ps);
+  arc.centerY = popNumber(ps);
+  arc.centerX = popNumber(ps);
 }
 
 void Arcter::popCorner(Interpreter& ps, const GraphicsState& state) {
@@ -160,14 +160,14 @@ void Arcter::writeArcBetween(Postscript2Pdf& converter, double firstLegAngle, do
 
 void ArcOperator::execute(Interpreter& ps) {
   converter->flushMoveto();
-  popSpec(ps);
-  arcCounterClockwise(*converter, spec);
+  popArc(ps);
+  arcCounterClockwise(*converter, arc);
 }
 
 void ArcnOperator::execute(Interpreter& ps) {
   converter->flushMoveto();
-  popSpec(ps);
-  arcClockwise(*converter, spec);
+  popArc(ps);
+  arcClockwise(*converter, arc);
 }
 
 void ArctOperator::execute(Interpreter& ps) {

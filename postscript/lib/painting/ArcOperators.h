@@ -19,9 +19,9 @@ void arcClockwise(Postscript2Pdf& converter, ArcSpec& arc);
 // arc and arcn: the operands of the execution under way.
 class Arcer {
  protected:
-  void popSpec(Interpreter& ps);
+  void popArc(Interpreter& ps);
 
-  ArcSpec spec;
+  ArcSpec arc;
 };
 
 // arct and arcto. The fields keep their values between executions: where the legs of the corner

@@ -1,0 +1,190 @@
+#include "umpd/PrinterInfo.h"
+
+#include "tests/umpd/OnMachine.h"
+#include "umpd/OutFile.h"
+
+namespace {
+
+JobInfo job(std::uint32_t id, std::uint32_t position, std::uint32_t status = 0) {
+  JobInfo info;
+  info.jobId = id;
+  info.position = position;
+  info.status = status;
+  info.document = u"document " + std::u16string(1, static_cast<char16_t>(u'0' + id));
+  return info;
+}
+
+class PrinterInfoTest : public OnMachine {
+ protected:
+  SimulatedPrinter& printer = machine.spooler.add(u"Office", u"TQP1:");
+  PrinterHandle handle = machine.spooler.handleOf(printer);
+};
+
+TEST_F(PrinterInfoTest, TheReaderKeepsOneRecordAndDropsItOnFailure) {
+  PrinterInfoReader reader(platform);
+  EXPECT_EQ(reader.readPrinterInfo2(), nullptr);
+  EXPECT_EQ(machine.journal.count("printerSize"), 0u) << "there was no handle to ask for";
+  reader.printer = handle;
+  ASSERT_NE(reader.readPrinterInfo2(), nullptr);
+  EXPECT_EQ(reader.readPrinterInfo2()->printerName, u"Office");
+  machine.journal.failAlways("printerSize");
+  EXPECT_EQ(reader.readPrinterInfo2(), nullptr);
+  machine.journal.failAlways("printerSize", false);
+  machine.journal.before("printer", [&] { printer.name = u"A much longer name than before"; });
+  EXPECT_EQ(reader.readPrinterInfo2(), nullptr) << "the record outgrew the size";
+}
+
+TEST_F(PrinterInfoTest, AllJobsCountsWhatThePrinterCounts) {
+  EXPECT_TRUE(getAllJobs(platform, handle).empty());
+  EXPECT_EQ(machine.journal.count("jobsSize"), 0u);
+  printer.jobs = {job(1, 1), job(2, 2), job(3, 3)};
+  EXPECT_EQ(getAllJobs(platform, handle).size(), 3u);
+
+  machine.journal.before("jobs", [&] { printer.jobs.resize(1); });
+  const auto shrunk = getAllJobs(platform, handle);
+  ASSERT_EQ(shrunk.size(), 3u);
+  EXPECT_EQ(shrunk[0].jobId, 1u);
+  EXPECT_EQ(shrunk[2].jobId, 0u);
+  EXPECT_FALSE(shrunk[2].document);
+
+  machine.journal.before("jobs", [] {});
+  machine.journal.before("jobsSize", [&] { printer.jobs.push_back(job(4, 4)); });
+  const auto grown = getAllJobs(platform, handle);
+  ASSERT_EQ(grown.size(), 1u) << "the one that came meanwhile is left out";
+  EXPECT_EQ(grown[0].jobId, 1u);
+}
+
+TEST_F(PrinterInfoTest, AnyFailureMeansNoJobs) {
+  printer.jobs = {job(1, 1)};
+  for (std::size_t n = 1; n <= 4; ++n) {
+    machine.journal.failCall(n);
+    EXPECT_TRUE(getAllJobs(platform, handle).empty()) << n;
+  }
+  EXPECT_EQ(getAllJobs(platform, handle).size(), 1u);
+}
+
+TEST_F(PrinterInfoTest, TheJobInHandIsTheFirstOfTheHighestPosition) {
+  const struct {
+    std::vector<JobInfo> jobs;
+    std::uint32_t id;
+    std::u16string document;
+  } cases[] = {
+      {{}, 0, u""},
+      {{job(1, 1), job(2, 2), job(3, 3)}, 3, u"document 3"},
+      {{job(5, 7), job(6, 7), job(7, 2)}, 5, u"document 5"},
+      {{job(8, 0xFFFFFFFF)}, 0, u""},
+  };
+  PrinterSettings settings(platform);
+  settings.printerName = u"Office";
+  for (const auto& each : cases) {
+    printer.jobs = each.jobs;
+    std::u16string document = u"left over";
+    EXPECT_EQ(getCurrentPrintJobDocName(settings, document), each.id);
+    EXPECT_EQ(document, each.document);
+  }
+  printer.jobs = {job(1, 1)};
+  printer.jobs[0].document.reset();
+  std::u16string document = u"left over";
+  EXPECT_EQ(getCurrentPrintJobDocName(settings, document), 1u);
+  EXPECT_EQ(document, u"");
+  printer.jobs[0].document = std::u16string(400, u'n');
+  getCurrentPrintJobDocName(settings, document);
+  EXPECT_EQ(document.size(), 259u);
+  EXPECT_EQ(machine.journal.count("openPrinter"), 1u) << "the settings keep the handle";
+  EXPECT_EQ(machine.spooler.lastAccess, 8u);
+}
+
+TEST_F(PrinterInfoTest, APrinterThatCannotBeOpenedHasNoJobInHand) {
+  PrinterSettings settings(platform);
+  settings.printerName = u"Nowhere";
+  std::u16string document = u"as it was";
+  EXPECT_EQ(getCurrentPrintJobDocName(settings, document), 0u);
+  EXPECT_EQ(document, u"as it was");
+}
+
+TEST_F(PrinterInfoTest, TroubleIsTheMask) {
+  EXPECT_TRUE(checkJobStatus(platform, handle, 1)) << "no jobs";
+  const struct {
+    std::uint32_t status;
+    bool healthy;
+  } cases[] = {{0, true},      {1, false},    {2, false},     {4, true},         {8, true},
+               {0x10, true},   {0x20, false}, {0x40, false},  {0x80, true},      {0x100, true},
+               {0x200, false}, {0x400, true}, {4 | 1, false}, {0xFFFFFD9C, true}};
+  for (const auto& [status, healthy] : cases) {
+    printer.jobs = {job(1, 1, 0x263), job(2, 2, status)};
+    EXPECT_EQ(checkJobStatus(platform, handle, 2), healthy) << status;
+    EXPECT_TRUE(checkJobStatus(platform, handle, 9)) << "unknown job";
+  }
+}
+
+TEST_F(PrinterInfoTest, FindPortTakesThePortOrItsCommaForm) {
+  machine.spooler.add(u"Foreign", u"\\\\server\\laser", u"Another Driver");
+  machine.spooler.add(u"Backslashed", u"\\\\server\\laser", u"tarnwick QUILLPRESS");
+  machine.spooler.add(u"Commas", u",,Server,inkjet");
+  machine.spooler.add(u"No port", u"").port.reset();
+  machine.spooler.add(u"No driver", u",,server,orphan").driver.reset();
+  const struct {
+    std::u16string wanted;
+    std::u16string found;
+  } cases[] = {{u",,server,laser", u"Backslashed"}, {u"\\\\SERVER\\laser", u"Backslashed"},
+               {u",,server,inkjet", u"Commas"},     {u"\\\\server\\inkjet", u"(none)"},
+               {u",,server,orphan", u"(none)"},     {u"TQP1:", u"Office"}};
+  for (const auto& [wanted, found] : cases) {
+    std::u16string result = u"(none)";
+    FindPort callback(wanted, result);
+    EXPECT_EQ(enumeratePrinters(platform, callback), found != u"(none)");
+    EXPECT_EQ(result, found);
+  }
+}
+
+TEST_F(PrinterInfoTest, TheWalkStopsAtTheFirstTrue) {
+  struct Count : PrinterIteratorCallback {
+    bool operator()(const PrinterInfo&) override { return ++seen == stopAt; }
+    int seen = 0;
+    int stopAt = 1;
+  } callback;
+  machine.spooler.add(u"Second", u"TQP2:");
+  EXPECT_TRUE(enumeratePrinters(platform, callback));
+  EXPECT_EQ(callback.seen, 1);
+  callback.stopAt = 9;
+  EXPECT_FALSE(enumeratePrinters(platform, callback));
+  EXPECT_EQ(callback.seen, 3);
+}
+
+TEST(BuildDevMode, NamesTheDeviceByItsLastComponent) {
+  const std::u16string thirtyTwo(32, u'd');
+  const struct {
+    std::u16string name;
+    std::u16string device;
+  } cases[] = {{u"\\\\server\\laser", u"laser"},
+               {u"laser", u"laser"},
+               {u"ends\\", u""},
+               {std::u16string(31, u'd'), std::u16string(31, u'd')},
+               {u"\\\\server\\" + thirtyTwo, std::u16string(31, u'd')}};
+  for (const auto& [name, device] : cases) EXPECT_EQ(buildDevMode(name).deviceName, device);
+}
+
+TEST_F(OnMachine, OutFileAppendsOrBeginsAnew) {
+  OutFile file(platform.files);
+  const std::string text = "ab";
+  const auto bytes = std::as_bytes(std::span(text));
+  EXPECT_FALSE(file.write(bytes)) << "not open";
+  ASSERT_TRUE(file.open(u"C:\\work\\f", false));
+  EXPECT_TRUE(file.write(bytes));
+  EXPECT_FALSE(file.write({}));
+  EXPECT_FALSE(file.write({static_cast<const std::byte*>(nullptr), 3}));
+  ASSERT_TRUE(file.open(u"C:\\work\\f", true));
+  EXPECT_TRUE(file.write(bytes));
+  EXPECT_EQ(machine.files.content(u"C:\\work\\f"), "abab");
+  ASSERT_TRUE(file.open(u"C:\\work\\f", false));
+  machine.files.roomLeft = 1;
+  EXPECT_FALSE(file.write(bytes)) << "the disk took one byte of two";
+  EXPECT_EQ(machine.files.content(u"C:\\work\\f"), "a");
+  file.close();
+  EXPECT_EQ(file.handle, FileHandle{});
+  EXPECT_FALSE(file.open(u"C:\\no such folder\\f", false));
+  EXPECT_EQ(file.handle, invalidFile);
+  EXPECT_FALSE(file.write(bytes));
+}
+
+}  // namespace

@@ -1,0 +1,219 @@
+#include "umpd/UserHive.h"
+
+#include <cstring>
+
+#include "tests/umpd/OnMachine.h"
+#include "umpd/SecurityAttributesHolder.h"
+
+namespace {
+
+const std::u16string record = u"DomainControllerData";
+const std::u16string sidText = u"S-1-5-21-1-2-3";
+
+Sid sidOf(std::vector<std::uint32_t> subAuthorities) {
+  Sid sid;
+  sid.valid = true;
+  sid.authority = {0, 0, 0, 0, 0, 5};
+  sid.subAuthorities = std::move(subAuthorities);
+  return sid;
+}
+
+class UserHiveTest : public OnMachine {
+ protected:
+  UserHiveTest() {
+    machine.accounts.accounts = {{u"", u"pat", sidOf({21, 1, 2, 3})},
+                                 {u"\\\\DC1", u"pat", sidOf({21, 9})}};
+  }
+
+  // Writes through the hive; tells which one it was.
+  std::u16string hive() {
+    const OwnedKey key = getHKCU(platform, 2);
+    if (!key) return u"none";
+    if (key.get() == keyCurrentUser) return u"current user";
+    platform.registry.writeDword(key.get(), u"marker", 1);
+    for (const auto* path : {u"HKCU", u"HKU\\S-1-5-21-1-2-3", u"HKU\\S-1-5-21-9"})
+      if (machine.registry.value(path, u"marker")) return path;
+    return u"unknown";
+  }
+
+  void setState(std::byte state, std::u16string name = {}) {
+    auto& bytes = machine.objects.holdElsewhere(SimulatedObject::Kind::mapping, record, 522).bytes;
+    bytes[0] = state;
+    name += u'\0';
+    std::memcpy(bytes.data() + 2, name.data(), name.size() * 2);
+  }
+  std::byte state() { return machine.objects.find(record)->bytes[0]; }
+};
+
+TEST_F(UserHiveTest, TheCallOpensTheThreadsUser) {
+  machine.registry.threadUserHive = u"HKU\\" + sidText;
+  EXPECT_EQ(hive(), u"HKU\\S-1-5-21-1-2-3");
+  EXPECT_EQ(machine.journal.last("openCurrentUser"), u"6");
+  machine.registry.refusedAccess = 6;
+  EXPECT_EQ(hive(), u"HKU\\S-1-5-21-1-2-3");
+  EXPECT_EQ(machine.journal.last("openCurrentUser"), u"2");
+  machine.registry.threadUserHive.clear();
+  EXPECT_EQ(hive(), u"none");
+  EXPECT_EQ(simulated.openHandles(), 0u);
+}
+
+TEST_F(UserHiveTest, OlderSystemsGoByTheSid) {
+  simulated.become(WindowsRelease::windows98);
+  EXPECT_EQ(hive(), u"current user");
+  simulated.become(WindowsRelease::nt4);
+  EXPECT_EQ(hive(), u"none") << "the user's hive is not loaded";
+  machine.registry.makeKey(u"HKU\\" + sidText);
+  EXPECT_EQ(hive(), u"HKU\\S-1-5-21-1-2-3");
+  machine.accounts.accounts.clear();
+  EXPECT_EQ(hive(), u"none");
+  machine.registry.setValue(u"HKLM\\Software\\Quillpress", u"DisableDomainControllerLookup", 3, {});
+  EXPECT_EQ(hive(), u"current user");
+  machine.modules.present.erase(u"advapi32.dll");
+  EXPECT_EQ(hive(), u"current user");
+}
+
+TEST_F(UserHiveTest, TheSidIsAskedOfTheDomainController) {
+  machine.accounts.controller = u"\\\\DC1";
+  EXPECT_EQ(currentUserSidText(platform), u"S-1-5-21-9");
+  for (const auto* operation : {"userName", "accountSizes", "account"}) {
+    machine.journal.failAlways(operation);
+    EXPECT_EQ(currentUserSidText(platform), std::nullopt) << operation;
+    machine.journal.failAlways(operation, false);
+  }
+  simulated.become(WindowsRelease::windows98);
+  EXPECT_EQ(currentUserSidText(platform), std::nullopt);
+}
+
+TEST_F(UserHiveTest, SidsReadAsText) {
+  Sid sid = sidOf({21, 0xFFFFFFFF, 3, 4, 5});
+  std::size_t capacity = 100;
+  EXPECT_EQ(sidToText(platform, sid, capacity), std::nullopt);
+  EXPECT_EQ(capacity, 176u);
+  EXPECT_EQ(machine.journal.lastError, 122u);
+  EXPECT_EQ(sidToText(platform, sid, capacity), u"S-1-5-21-4294967295-3-4-5");
+  sid.authority = {0, 0, 0xFE, 0, 1, 2};
+  EXPECT_EQ(sidToText(platform, sid, capacity), u"S-1-4261413122-21-4294967295-3-4-5");
+  sid.authority = {0, 0xA, 0, 0, 0xB, 0xCD};
+  sid.subAuthorities.clear();
+  capacity = 56;
+  EXPECT_EQ(sidToText(platform, sid, capacity), u"S-1-0x000a00000bcd");
+  sid.valid = false;
+  EXPECT_EQ(sidToText(platform, sid, capacity), std::nullopt);
+}
+
+TEST_F(UserHiveTest, TheControllerIsLookedUpOnceASession) {
+  machine.accounts.controller = u"\\\\DC1";
+  EXPECT_EQ(getDomainControllerName(platform), u"\\\\DC1");
+  EXPECT_EQ(state(), std::byte{'r'});
+  EXPECT_EQ(machine.journal.last("createMapping"), u"Local\\DomainControllerData");
+  platform.process = {};
+  EXPECT_EQ(machine.objects.find(record), nullptr) << "nobody holds it any more";
+  setState(std::byte{'r'}, u"\\\\KNOWN");
+  EXPECT_EQ(getDomainControllerName(platform), u"\\\\KNOWN");
+  EXPECT_EQ(getDomainControllerName(platform), u"\\\\KNOWN");
+  EXPECT_EQ(machine.journal.count("domainController"), 1u);
+  EXPECT_EQ(machine.journal.count("mapView"), 2u) << "one for each process";
+  EXPECT_EQ(machine.clock.ticks, 1000000u);
+}
+
+TEST_F(UserHiveTest, AMachineWithoutADomainHasAnAnswerOneWithoutTheCallHasNot) {
+  EXPECT_EQ(getDomainControllerName(platform), u"");
+  EXPECT_EQ(state(), std::byte{'r'});
+  platform.process = {};
+  machine.accounts.controller = u"\\\\DC1";
+  machine.modules.present[u"netapi32.dll"].erase("NetApiBufferFree");
+  EXPECT_EQ(getDomainControllerName(platform), u"");
+  EXPECT_EQ(state(), std::byte{0});
+  machine.modules.present.erase(u"netapi32.dll");
+  EXPECT_EQ(getDomainControllerName(platform), u"");
+  EXPECT_EQ(state(), std::byte{0});
+  machine.modules.present[u"netapi32.dll"] = {"NetGetDCName", "NetApiBufferFree"};
+  machine.accounts.controller = std::u16string(300, u'd');
+  EXPECT_EQ(getDomainControllerName(platform), std::u16string(259, u'd'));
+}
+
+TEST_F(UserHiveTest, AnotherProcessAtWorkIsWaitedForAMinute) {
+  setState(std::byte{'w'});
+  machine.journal.before("sleep", [&] {
+    if (machine.journal.count("sleep") == 3) setState(std::byte{'r'}, u"\\\\LATE");
+  });
+  EXPECT_EQ(getDomainControllerName(platform), u"\\\\LATE");
+  EXPECT_EQ(machine.clock.ticks, 1000000u + 3 * 876);
+
+  setState(std::byte{'w'}, u"\\\\DEAD");
+  machine.clock.ticks = 0xFFFFFF00;
+  EXPECT_EQ(getDomainControllerName(platform), u"");
+  EXPECT_EQ(state(), std::byte{'w'});
+  EXPECT_EQ(machine.clock.ticks, 0xFFFFFF00 + 69u * 876) << "the first look at 60000 or beyond";
+}
+
+TEST_F(UserHiveTest, WithoutTheRecordThereIsNoName) {
+  machine.accounts.controller = u"\\\\DC1";
+  for (const auto* operation : {"mapView", "createMapping"}) {
+    machine.journal.failAlways(operation);
+    EXPECT_EQ(getDomainControllerName(platform), u"");
+    EXPECT_EQ(simulated.openHandles(), 0u) << operation;
+    machine.journal.failAlways(operation, false);
+  }
+  EXPECT_EQ(getDomainControllerName(platform), u"\\\\DC1");
+}
+
+TEST_F(OnMachine, SecurityAttributesLetEverybodyIn) {
+  const struct {
+    WindowsRelease release;
+    bool given;
+    std::string label;
+  } cases[] = {{WindowsRelease::windows98, false, ""},
+               {WindowsRelease::nt4, true, ""},
+               {WindowsRelease::windows2000, true, ""},
+               {WindowsRelease::vista, true, "S:(ML;;NW;;;LW)"}};
+  for (const auto& each : cases) {
+    simulated.become(each.release);
+    SecurityAttributesHolder holder;
+    const SecurityAttributes* attributes = buildSecurityAttributes(platform, holder);
+    ASSERT_EQ(attributes != nullptr, each.given);
+    const OwnedObject mutex = platform.objects.createMutex(attributes, u"m");
+    const SimulatedObject& made = *machine.objects.find(u"m");
+    EXPECT_EQ(made.securityLength, each.given ? 8u : 0u);
+    EXPECT_EQ(made.openToAll, each.given);
+    EXPECT_EQ(made.label, each.label);
+  }
+  EXPECT_EQ(simulated.openHandles(), 0u);
+}
+
+TEST_F(OnMachine, SecurityAttributesGoOnWithoutTheLabel) {
+  const std::u16string convert = u"ConvertStringSecurityDescriptorToSecurityDescriptor failed\n";
+  const std::u16string get = u"GetSecurityDescriptorSacl failed\n";
+  const std::u16string set = u"SetSecurityDescriptorSacl failed\n";
+  const struct {
+    const char* failing;
+    std::uint32_t length;
+    std::u16string caption;
+    std::vector<std::u16string> debug;
+  } cases[] = {
+      {"allocateDescriptor", 0, u"", {}},
+      {"initializeDescriptor", 0, u"InitializeSecurityDescriptor failed", {}},
+      {"setNullDacl", 0, u"SetSecurityDescriptorDacl failed", {}},
+      {"loadModule", 8, u"", {convert, get}},
+      {"findFunction", 8, u"", {convert, get}},
+      {"convertText", 8, u"", {convert, get}},
+      {"sacl", 8, u"", {get}},
+      {"setSacl", 8, u"", {set}},
+  };
+  for (const auto& each : cases) {
+    machine.messages.boxes.clear();
+    machine.messages.debugOutput.clear();
+    machine.journal.failAlways(each.failing);
+    SecurityAttributesHolder holder;
+    const SecurityAttributes* attributes = buildSecurityAttributes(platform, holder);
+    machine.journal.failAlways(each.failing, false);
+    ASSERT_NE(attributes, nullptr);
+    EXPECT_EQ(attributes->length, each.length) << each.failing;
+    EXPECT_EQ(attributes->descriptor != DescriptorHandle{}, each.length == 8) << each.failing;
+    EXPECT_EQ(machine.messages.debugOutput, each.debug) << each.failing;
+    const auto& boxes = machine.messages.boxes;
+    EXPECT_EQ(boxes.empty() ? u"" : boxes[0].caption, each.caption) << each.failing;
+  }
+}
+
+}  // namespace

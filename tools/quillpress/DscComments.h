@@ -1,0 +1,34 @@
+// DscComments: the structuring comments of a PostScript text, one after the other. Only those of
+// the document itself: what is embedded in it, other documents and raw data, is passed over.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace quillpress {
+
+struct DscComment {
+  size_t offset;             // where its line begins
+  std::string_view keyword;  // such as "Page:" or "Trailer"; a colon belongs to it
+  std::string_view value;    // what follows on the line, without blanks around it
+};
+
+class DscComments {
+ public:
+  explicit DscComments(std::string_view postScript) : text(postScript) {}
+
+  // The next comment, none at the end of the text.
+  std::optional<DscComment> next();
+
+ private:
+  std::string_view takeLine();
+  void skipData(std::string_view extent);
+
+  std::string_view text;
+  size_t position = 0;  // always where a line begins
+  size_t documentDepth = 0;
+  bool moreClosings = true;  // until a search for the end of data found none up to the text's end
+};
+
+}  // namespace quillpress

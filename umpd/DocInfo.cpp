@@ -1,0 +1,62 @@
+#include "umpd/DocInfo.h"
+
+#include "umpd/ConfigStore.h"
+#include "umpd/PathParts.h"
+#include "umpd/XmpPacket.h"
+
+namespace {
+
+constexpr std::u16string_view productName = u"Quillpress";
+constexpr std::size_t textRoom = 4000;  // bytes
+
+struct TextValue {
+  const char16_t* name;
+  std::u16string DocInfoValues::*field;
+};
+
+constexpr TextValue textValues[] = {
+    {u"DocInfoTitle", &DocInfoValues::title},
+    {u"DocInfoAuthor", &DocInfoValues::author},
+    {u"DocInfoSubject", &DocInfoValues::subject},
+    {u"DocInfoKeywords", &DocInfoValues::keywords},
+    {u"DocInfoCreator", &DocInfoValues::creator},
+    {u"DocInfoProducer", &DocInfoValues::producer},
+    {u"DocInfoCreationDate", &DocInfoValues::creationDate},
+    {u"DocInfoModDate", &DocInfoValues::modDate},
+};
+
+RegistryValue readPrinterValue(PrinterSettings& settings, const std::u16string& name,
+                               std::size_t room) {
+  const OwnedKey key = openPrinterKey(settings, keyRead);
+  return key ? settings.platform.registry.readValue(key.get(), name, room) : RegistryValue();
+}
+
+}  // namespace
+
+void readDocInfo(DocInfoValues& values, PrinterSettings& settings) {
+  const RegistryValue enable = readPrinterValue(settings, u"DocInfoEnable", sizeof(values.enable));
+  values.enable = enable.ok() ? enable.dword() : 0;
+  for (const auto& [name, field] : textValues) {
+    const RegistryValue value = readPrinterValue(settings, name, textRoom);
+    if (value.answer != RegistryAnswer::failed) values.*field = value.text();
+  }
+}
+
+std::u16string makeXmp(PrinterSettings& settings, std::u16string_view docName) {
+  DocInfoValues values;
+  readDocInfo(values, settings);
+  if (values.enable == 0) {
+    values.title.clear();
+    values.author.clear();
+  }
+  if (values.title.empty()) values.title = docName.substr(lastSeparator(docName, 1) + 1);
+  // The creator, the producer and the dates that the user has set go nowhere.
+  return buildXmpPacket(settings.platform.clock, {.title = values.title,
+                                                  .author = values.author,
+                                                  .subject = values.subject,
+                                                  .keywords = values.keywords,
+                                                  .producer = productName,
+                                                  .creatorTool = productName,
+                                                  .createDate = {},
+                                                  .modifyDate = {}});
+}

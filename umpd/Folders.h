@@ -1,0 +1,25 @@
+// Folders: where the product's files lie, and making the way to them.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "umpd/platform/Platform.h"
+
+// The limit of most paths, in characters, terminator included.
+inline constexpr std::size_t pathCapacity = 260;
+
+// The spooler's driver directory with its version subdirectory, ending in a backslash. Empty if it
+// cannot be had or is longer than `capacity`.
+std::optional<std::u16string> getDriverDirectory(Platform& platform, std::size_t capacity);
+
+// A file of the product in the driver directory; empty if a path has no room for its name.
+std::optional<std::u16string> driverFile(Platform& platform, std::u16string_view name);
+
+// The product's folder in the user's application data, made if it is missing.
+std::u16string productDataFolder(Platform& platform);
+
+// Makes what is missing of a path. True if the whole path stands as directories.
+bool makeDirectories(Platform& platform, std::u16string_view path);

@@ -1,0 +1,19 @@
+// Impersonation: on NT 4 a job runs in the spooler with its client's rights. To write into the
+// system directory it steps out of them, and back into them afterwards.
+#pragma once
+
+#include "umpd/platform/Platform.h"
+
+class Impersonation {
+ public:
+  explicit Impersonation(Platform& platform) : platform_(platform) {}
+
+  void revertToSpooler();
+  // Does nothing if there is nothing to return from.
+  void returnToClient();
+
+ private:
+  Platform& platform_;
+  OwnedModule spoolerModule_;
+  TokenHandle revertToken_{};
+};

@@ -1,0 +1,50 @@
+// InterProcessComms: a channel of named objects over which one process leaves messages for another.
+//
+// The receiver holds a mutex for as long as it lives and waits on an event. A sender fills the one
+// record of the shared memory, makes an event for the answer, sets the receiver's and waits until
+// the receiver has set the answer's: the record is read. Nothing numbers the messages, so senders
+// must keep each other out; the jobs do with their lock. No object is touched before a message.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "umpd/platform/Platform.h"
+
+// Each user has a channel of his own: "tqpsend" becomes "Local\tqpsend_mary".
+std::u16string buildChannelName(Platform& platform, std::u16string_view name);
+
+template <class Record>
+class InterProcessComms {
+ public:
+  // timeout: of the wait for the answer, in milliseconds.
+  InterProcessComms(Platform& platform, std::u16string_view name, std::uint32_t timeout);
+  virtual ~InterProcessComms();
+  InterProcessComms(const InterProcessComms&) = delete;
+  InterProcessComms& operator=(const InterProcessComms&) = delete;
+
+  bool isReceiverReady();
+  // The record to fill, null if there is no way to it. What other messages have left in it stands.
+  Record* openSharedMemory();
+  // Tells the receiver of the record. True if it answered.
+  bool sendMsg();
+
+  // 0 on a side that listens: then the end of the channel wakes it up.
+  std::int32_t stopped = 1;
+
+ private:
+  OwnedObject createEndEvent();
+  bool signalReceiver();
+  bool openMapping();
+
+  Platform& platform_;
+  std::u16string endEventName_;
+  std::u16string mutexName_;
+  std::u16string mappingName_;
+  std::u16string eventName_;
+  std::uint32_t timeout_;
+  OwnedObject mapping_;
+  OwnedView view_;
+  bool mappingCreated_ = false;
+};

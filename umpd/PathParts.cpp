@@ -1,0 +1,46 @@
+#include "umpd/PathParts.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::size_t longestPart = 255;
+constexpr std::size_t driveLength = 2;
+constexpr std::size_t longestUntouchedPath = 260;
+constexpr std::size_t longestShortenedPath = 259;
+
+}  // namespace
+
+size_t lastSeparator(std::u16string_view path, std::size_t first) {
+  const std::size_t found = path.find_last_of(u"\\/");
+  return found == path.npos || found < first ? path.npos : found;
+}
+
+bool endsInSeparator(std::u16string_view path) {
+  return path.ends_with(u'\\') || path.ends_with(u'/');
+}
+
+PathParts splitPath(std::u16string_view path) {
+  PathParts parts;
+  if (path.size() >= driveLength && path[1] == u':') parts.drive = path.substr(0, driveLength);
+  path.remove_prefix(parts.drive.size());
+  const std::size_t directoryLength = lastSeparator(path) + 1;  // npos + 1 is 0
+  const std::u16string_view file = path.substr(directoryLength);
+  const std::size_t dot = std::min(file.rfind(u'.'), file.size());
+  parts.directory = path.substr(0, std::min(directoryLength, longestPart));
+  parts.name = file.substr(0, std::min(dot, longestPart));
+  parts.extension = file.substr(dot, longestPart);
+  return parts;
+}
+
+void shortenPath(std::u16string& path) {
+  if (path.size() <= longestUntouchedPath) return;
+  const PathParts parts = splitPath(path);
+  std::u16string shorter(parts.drive);
+  const bool directoryFits =
+      parts.extension.size() + shorter.size() + parts.directory.size() < longestShortenedPath - 1;
+  shorter += directoryFits ? parts.directory : u"\\";
+  shorter += parts.name.substr(0, longestShortenedPath - parts.extension.size() - shorter.size());
+  shorter += parts.extension;
+  path = std::move(shorter);
+}

@@ -1,0 +1,25 @@
+// PathParts: a path cut into drive, directory, file name and extension, and the shortening of a
+// path that the system would not take.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+// Where the last `\` or `/` stands at or behind `first`, or npos.
+std::size_t lastSeparator(std::u16string_view path, std::size_t first = 0);
+bool endsInSeparator(std::u16string_view path);
+
+// Views into the path that was split. Put behind each other they give it back, unless a part was
+// cut at its room: 2 characters for the drive, 255 for each of the others.
+struct PathParts {
+  std::u16string_view drive;      // a character and its colon
+  std::u16string_view directory;  // up to the last separator, which belongs to it
+  std::u16string_view name;
+  std::u16string_view extension;  // from the last dot on
+};
+PathParts splitPath(std::u16string_view path);
+
+// Leaves up to 260 characters alone. A longer path comes back with at most 259: its directory gives
+// way to a lone backslash if it is too long, then its file name is cut. Drive and extension stay.
+void shortenPath(std::u16string& path);

@@ -1,0 +1,166 @@
+#include "umpd/PrinterInfo.h"
+
+#include <algorithm>
+
+#include "umpd/Report.h"
+#include "umpd/WideText.h"
+
+namespace {
+
+constexpr std::size_t documentCapacity = 260;
+// The most that a device name holds beside its terminator.
+constexpr std::size_t deviceNameLimit = 31;
+
+struct StatusBit {
+  std::uint32_t bit;
+  const char* trace;
+};
+constexpr StatusBit statusBits[] = {
+    {0x2, "Error Status\n"},     {0x20, "Offline Status\n"}, {0x40, "Paperout Status\n"},
+    {0x200, "Blocked Status\n"}, {0x1, "Paused Status\n"},   {0x4, "Deleting Status\n"},
+};
+// All of them but the deletion: a job that its user took back is in no trouble.
+constexpr std::uint32_t troubleMask = 0x263;
+
+// A question for a size may fail in one way: for want of a buffer.
+bool answersSize(const SizeAnswer& answer) {
+  return answer.succeeded || answer.error == errorInsufficientBuffer;
+}
+
+const JobInfo* newestJob(const std::vector<JobInfo>& jobs) {
+  const JobInfo* newest = nullptr;
+  std::int32_t highest = -1;
+  for (const JobInfo& job : jobs)
+    if (const auto position = static_cast<std::int32_t>(job.position); position > highest) {
+      highest = position;
+      newest = &job;
+    }
+  return newest;
+}
+
+}  // namespace
+
+const PrinterInfo* PrinterInfoReader::readPrinterInfo2() {
+  if (printer == PrinterHandle{}) {
+    traceMessage("readPrinterInfo2 - No printer handle");
+    return nullptr;
+  }
+  info_.reset();
+  const SizeAnswer size = platform_.spooler.printerSize(printer);
+  if (!size.succeeded && size.needed == 0) {
+    traceMessage("getPrinter failed: %s, bytes needed=%d\n", size.error, size.needed);
+    return nullptr;
+  }
+  info_ = platform_.spooler.printer(printer, size.needed);
+  if (info_) return &*info_;
+  if (platform_.messages.lastError() == errorNotEnoughMemory)
+    traceMessage("readPrinterInfo2 - malloc failed");
+  else
+    traceMessage("readPrinterInfo2-failure to access the printer");
+  return nullptr;
+}
+
+std::vector<JobInfo> getAllJobs(Platform& platform, PrinterHandle printer) {
+  traceMessage(">getAllJobs \n");
+  Spooler& spooler = platform.spooler;
+  const SizeAnswer printerSize = spooler.printerSize(printer);
+  if (!answersSize(printerSize)) return {};
+  const auto info = spooler.printer(printer, printerSize.needed);
+  if (!info || info->jobs == 0) return {};
+  traceMessage(" numjobs = %d\n", info->jobs);
+
+  // One more than there are, should another have come.
+  const SizeAnswer jobsSize = spooler.jobsSize(printer, 0, info->jobs + 1);
+  if (!answersSize(jobsSize)) return {};
+  auto jobs = spooler.jobs(printer, 0, info->jobs + 1, jobsSize.needed);
+  if (!jobs) return {};
+  jobs->resize(info->jobs);
+  traceMessage("<getAllJobs numjobs = %d\n", info->jobs);
+  return std::move(*jobs);
+}
+
+std::uint32_t getCurrentPrintJobDocName(PrinterSettings& settings, std::u16string& document) {
+  traceMessage(">getCurrentPrintJobDocName %s printer %d\n", settings.printerName,
+               settings.printer.get());
+  if (!settings.printer && !openSettingsPrinter(settings, printerAccessUse)) {
+    traceMessage("failed to openprinter\n");
+    return 0;
+  }
+  document.clear();
+  const std::vector<JobInfo> jobs = getAllJobs(settings.platform, settings.printer.get());
+  if (jobs.empty()) {
+    traceMessage("getAllJobs returend 0\n");
+    return 0;
+  }
+  traceMessage(">getCurrentPrintJobDocName - numjobss %d\n", jobs.size());
+  const JobInfo* const newest = newestJob(jobs);
+  if (!newest) return 0;
+  if (newest->document) {
+    document = newest->document->substr(0, documentCapacity - 1);
+    traceMessage("<getCurrentPrintJobDocName - job %d %s\n", newest->jobId, document);
+  }
+  return newest->jobId;
+}
+
+bool checkJobStatus(Platform& platform, PrinterHandle printer, std::uint32_t jobId) {
+  const std::vector<JobInfo> jobs = getAllJobs(platform, printer);
+  const auto job = std::find_if(jobs.begin(), jobs.end(),
+                                [&](const JobInfo& each) { return each.jobId == jobId; });
+  if (job == jobs.end()) return true;
+  traceMessage("Printer Status %x pStatus %s\n", job->status, job->statusText);
+  for (const auto& [bit, trace] : statusBits)
+    if ((job->status & bit) != 0) traceMessage(trace);
+  return (job->status & troubleMask) == 0;
+}
+
+DevMode buildDevMode(std::u16string_view printerName) {
+  DevMode mode;
+  // Behind the last separator; the whole name without one.
+  mode.deviceName = printerName.substr(printerName.rfind(u'\\') + 1).substr(0, deviceNameLimit);
+  mode.specVersion = 1025;
+  mode.driverVersion = 1024;
+  mode.size = 220;
+  mode.driverExtra = 180;
+  mode.fields = 0x14F13;
+  mode.orientation = 1;
+  // Letter, though the form says A4. The pair goes to the spooler like this.
+  mode.paperSize = 1;
+  mode.scale = 100;
+  mode.copies = 1;
+  mode.defaultSource = 15;
+  mode.printQuality = 300;
+  mode.color = 2;
+  mode.duplex = 1;
+  mode.ttOption = 3;
+  mode.formName = u"A4";
+  return mode;
+}
+
+bool openSettingsPrinter(PrinterSettings& settings, std::uint32_t access) {
+  settings.printer = settings.platform.spooler.openPrinter(
+      settings.printerName, buildDevMode(settings.printerName), access);
+  if (settings.printer) return true;
+  traceMessage("OpenPrinter(%s) failed - %s\n", settings.printerName,
+               settings.platform.messages.lastError());
+  return false;
+}
+
+PrinterIteratorCallback::~PrinterIteratorCallback() = default;
+
+bool enumeratePrinters(Platform& platform, PrinterIteratorCallback& callback) {
+  const std::uint32_t size = platform.spooler.printersSize();
+  if (size == 0) return false;
+  const auto printers = platform.spooler.printers(size);
+  return printers && std::any_of(printers->begin(), printers->end(),
+                                 [&](const PrinterInfo& printer) { return callback(printer); });
+}
+
+bool FindPort::operator()(const PrinterInfo& info) {
+  if (!info.driverName || !equalsIgnoringCase(*info.driverName, defaultPrinterName)) return false;
+  if (!info.portName) return false;
+  if (!equalsIgnoringCase(*info.portName, port_) &&
+      !equalsIgnoringCase(withCommas(*info.portName), port_))
+    return false;
+  result_ = info.printerName.value_or(u"");
+  return true;
+}

@@ -1,0 +1,21 @@
+// RunProcess: starting other programs of the product.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "umpd/PrinterSettings.h"
+#include "umpd/platform/Platform.h"
+
+// A window's state that no number stands for: 0 asks for none.
+inline constexpr std::uint16_t showStateHidden = 11;
+
+// True if the process was started. wait: until it ends; then its exit code goes to `exitCode`,
+// which may be null.
+bool runProcess(Platform& platform, const std::u16string& commandLine,
+                const std::u16string& directory, bool wait, std::uint32_t* exitCode,
+                std::uint16_t showState);
+
+// Brings the user's installation up to date, and waits for it, if the launcher that starts with the
+// session is still that of the driver's version 2.
+void runSetupProgram(PrinterSettings& settings);

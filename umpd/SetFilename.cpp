@@ -1,0 +1,178 @@
+#include "umpd/SetFilename.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "umpd/Folders.h"
+#include "umpd/NameEscapes.h"
+#include "umpd/PathParts.h"
+#include "umpd/Report.h"
+#include "umpd/WideText.h"
+
+namespace {
+
+// Settings of this many characters or more count as not set.
+constexpr std::size_t filenameCapacity = 520;
+constexpr std::size_t saveDirCapacity = 520;
+constexpr std::size_t extensionLimit = 40;
+// What the extension's own field holds of it.
+constexpr std::size_t extensionField = 20;
+
+constexpr int randomNameTries = 11;
+
+std::size_t roomBehind(std::size_t size, std::size_t used) {
+  return size > used ? size - used : 0;
+}
+
+// Cuts an extension of up to three letters off the name that starts at `start`. A dot in front of
+// the name is no extension's. Behind an empty name it is the path before it that loses its end.
+void cutExtension(std::u16string& path, std::size_t start) {
+  constexpr std::size_t longestWithDot = 4;
+  const std::size_t lowest = path.size() == start ? 0 : start + 1;
+  const std::size_t dot = path.rfind(u'.');
+  if (dot != path.npos && dot >= lowest && path.size() - dot <= longestWithDot) path.resize(dot);
+}
+
+void replaceForbidden(std::u16string& path, std::size_t start, std::size_t length) {
+  for (std::size_t i = start; i < path.size() && i - start < length; ++i)
+    if (!isAllowedNameChar(path[i])) path[i] = u'_';
+}
+
+}  // namespace
+
+SetFilename::~SetFilename() = default;
+
+bool SetFilename::setOutputFilename(std::u16string_view docName, std::u16string& out,
+                                    std::size_t size) {
+  saveFilenameAction = static_cast<std::int32_t>(settings.getSettingInt(u"SaveFilenameAction", 0));
+  makeOutputName(docName, out, size, saveFilenameAction);
+  seedRandom();
+  while (exists(out)) {
+    const std::size_t dot = out.rfind(u'.');
+    if (dot == out.npos) return false;
+    // Whatever the extension was.
+    std::u16string end(u".");
+    end += decimalText(settings.platform.random.next());
+    end += u".pdf";
+    out.replace(dot, out.npos, end, 0, roomBehind(size, dot + 1));
+  }
+  return true;
+}
+
+bool SetFilename::makeOutputName(std::u16string_view docName, std::u16string& out, std::size_t size,
+                                 std::int32_t action) {
+  readSettings();
+  switch (action) {
+    case 0:
+    case 2:
+    case 3:
+    case 5:
+      makeNameOfDocument(docName, out, size);
+      break;
+    case 1:
+      prefixDirectory(out, roomBehind(size, defaultFilename.size()));
+      out += defaultFilename;
+      break;
+    case 4:
+      makeRandomName(out, size);
+      break;
+    default:
+      break;
+  }
+  out = decodeNameEscapes(out);
+  shortenPath(out);
+  return makeDirectoryOf(out);
+}
+
+void SetFilename::readSettings() {
+  trimChar = static_cast<char16_t>(settings.getSettingInt(u"TrimNameChar", u'-'));
+  defaultExtension = settingShorterThan(u"DefaultExtension", extensionLimit);
+  if (defaultExtension.empty()) defaultExtension = u".pdf";
+  defaultSaveDir = settingShorterThan(u"DefaultSaveDir", saveDirCapacity);
+  // The directory lies behind the extension and is stored after it: an extension that fills its
+  // field has the directory for its end.
+  if (defaultExtension.size() >= extensionField)
+    defaultExtension.replace(extensionField, defaultExtension.npos, defaultSaveDir);
+  defaultFilename = readDefaultSaveFilename();
+}
+
+std::u16string SetFilename::settingShorterThan(std::u16string_view key, std::size_t limit) const {
+  const std::u16string* value = settings.params.find(key);
+  return value && value->size() < limit ? *value : std::u16string();
+}
+
+std::u16string SetFilename::readDefaultSaveFilename() const {
+  const std::u16string value = settingShorterThan(u"DefaultSaveFilename", filenameCapacity);
+  if (!value.starts_with(u'@')) return value;
+  std::optional<std::string> line =
+      settings.platform.files.readLine(value.substr(1), filenameCapacity - 1);
+  if (!line) return value;
+  line->resize(line->find_last_not_of("\n\r\t ") + 1);
+  return settings.platform.text.widen(*line);
+}
+
+void SetFilename::makeNameOfDocument(std::u16string_view docName, std::u16string& out,
+                                     std::size_t size) {
+  const std::u16string_view name = docName.empty() ? defaultFilename : docName;
+  if (name.empty()) {
+    makeRandomName(out, size);
+  } else {
+    prefixDirectory(out, size);
+    shapeDocumentName(name, out, size);
+  }
+}
+
+void SetFilename::makeRandomName(std::u16string& out, std::size_t size) {
+  bool& seeded = settings.platform.process.randomSeeded;
+  if (!seeded) seedRandom();
+  seeded = true;
+  for (int tries = 1;; ++tries) {
+    const std::u16string text = decimalText(settings.platform.random.next());
+    traceMessage(u"randstring [%s]\n", text.c_str());
+    prefixDirectory(out, roomBehind(size, text.size() + defaultExtension.size()));
+    out += text;
+    out += defaultExtension;
+    if (tries == randomNameTries || !exists(out)) return;
+  }
+}
+
+void SetFilename::prefixDirectory(std::u16string& out, std::size_t size) const {
+  out.clear();
+  if (defaultSaveDir.empty()) return;
+  out = defaultSaveDir.size() + 1 < size ? defaultSaveDir : u"C:\\";
+  if (!endsInSeparator(out)) out += u'\\';
+}
+
+// Appends the shaped name to `path`.
+void SetFilename::shapeDocumentName(std::u16string_view name, std::u16string& path,
+                                    std::size_t size) const {
+  const std::size_t start = path.size();
+  path += withoutTitlePrefix(name).substr(0, roomBehind(size, start + defaultExtension.size() + 1));
+  const std::size_t length = path.size() - start;
+  cutExtension(path, start);
+  path += defaultExtension;
+  // As many as there were before the cut: that may reach into the extension.
+  replaceForbidden(path, start, length);
+}
+
+std::u16string_view SetFilename::withoutTitlePrefix(std::u16string_view name) const {
+  const std::size_t trim = trimChar == 0 ? name.npos : name.find(trimChar);
+  if (trim == name.npos) return name;
+  name.remove_prefix(trim + 1);
+  return name.substr(std::min(name.find_first_not_of(u' '), name.size()));
+}
+
+// Without a separator behind its first character the path itself is taken for the directory.
+bool SetFilename::makeDirectoryOf(const std::u16string& path) const {
+  const std::u16string directory = path.substr(0, lastSeparator(path, 1));
+  return exists(directory) || makeDirectories(settings.platform, directory);
+}
+
+bool SetFilename::exists(const std::u16string& path) const {
+  return settings.platform.files.attributes(path).has_value();
+}
+
+void SetFilename::seedRandom() const {
+  const Platform& platform = settings.platform;
+  platform.random.seed(platform.processes.currentThreadId() * platform.clock.tickCount());
+}

@@ -1,0 +1,52 @@
+// SetFilename: where a job's bytes go. From the document's name and the printer's settings it makes
+// one path, sees to it that the path's directory stands and that no file of that name does.
+//
+// A document's name is often a title such as "Editor - Report.doc": the prefix goes, the old
+// extension goes, and what a file system will not take becomes `_`. Start at setOutputFilename.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "umpd/PrinterSettings.h"
+
+// The room for a job's output path in characters, terminator included.
+inline constexpr std::size_t savePathCapacity = 780;
+
+// One attempt at a name. `size` is everywhere the room for the whole path, terminator included.
+class SetFilename {
+ public:
+  explicit SetFilename(const PrinterSettings& jobSettings) : settings(jobSettings) {}
+  virtual ~SetFilename();
+
+  // True if `out` is the name of a file that does not exist. False if it does and no other can be
+  // made of it, for want of a dot. An action that is no rule leaves `out` as it came.
+  bool setOutputFilename(std::u16string_view docName, std::u16string& out, std::size_t size);
+
+  // The name by one of the rules 0 to 5, whether or not the file exists. True if its directory
+  // stands.
+  bool makeOutputName(std::u16string_view docName, std::u16string& out, std::size_t size,
+                      std::int32_t action);
+
+ private:
+  void readSettings();
+  std::u16string settingShorterThan(std::u16string_view key, std::size_t limit) const;
+  std::u16string readDefaultSaveFilename() const;
+  void makeNameOfDocument(std::u16string_view docName, std::u16string& out, std::size_t size);
+  void makeRandomName(std::u16string& out, std::size_t size);
+  void prefixDirectory(std::u16string& out, std::size_t size) const;
+  void shapeDocumentName(std::u16string_view name, std::u16string& path, std::size_t size) const;
+  std::u16string_view withoutTitlePrefix(std::u16string_view name) const;
+  bool makeDirectoryOf(const std::u16string& path) const;
+  bool exists(const std::u16string& path) const;
+  void seedRandom() const;
+
+  const PrinterSettings& settings;
+  std::int32_t saveFilenameAction = 0;
+  char16_t trimChar = u'-';  // 0 trims nothing
+  std::u16string defaultFilename;
+  std::u16string defaultExtension;
+  std::u16string defaultSaveDir;
+};

@@ -1,0 +1,7 @@
+// XmlText: plain text made fit to stand in XML, in element content and in attributes alike.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+std::u16string escapeXmlText(std::u16string_view text);

@@ -1,0 +1,50 @@
+#include "umpd/platform/Platform.h"
+
+#include <algorithm>
+
+bool SystemVersion::isNt4() {
+  const auto version = query();
+  return version && version->major == 4 && version->platformId == 2;
+}
+
+bool SystemVersion::isWin9x() {
+  const auto version = query();
+  return version && version->platformId == 1;
+}
+
+bool SystemVersion::isWin2kOrLater() {
+  const auto version = query();
+  return version && version->major >= 5;
+}
+
+bool SystemVersion::isVistaOrLater() {
+  const auto version = query();
+  return version && version->major > 5;
+}
+
+std::u16string RegistryValue::text() const {
+  std::u16string result;
+  for (std::size_t i = 0; i + 1 < data.size(); i += 2) {
+    const auto unit = static_cast<char16_t>(std::to_integer<unsigned>(data[i]) |
+                                            std::to_integer<unsigned>(data[i + 1]) << 8);
+    if (unit == 0) break;
+    result += unit;
+  }
+  return result;
+}
+
+std::uint32_t RegistryValue::dword() const {
+  std::uint32_t value = 0;
+  for (std::size_t i = 0; i < std::min<std::size_t>(data.size(), 4); ++i)
+    value |= std::to_integer<std::uint32_t>(data[i]) << (8 * i);
+  return value;
+}
+
+bool Registry::writeText(KeyHandle key, const std::u16string& name, const std::u16string& text) {
+  return writeValue(key, name, registryText,
+                    std::as_bytes(std::span(text.c_str(), text.size() + 1)));
+}
+
+bool Registry::writeDword(KeyHandle key, const std::u16string& name, std::uint32_t value) {
+  return writeValue(key, name, registryDword, std::as_bytes(std::span(&value, 1)));
+}

@@ -1,0 +1,29 @@
+#include "umpd/platform/LowPages.h"
+
+#include <sys/mman.h>
+
+#include <cstdint>
+
+namespace {
+
+constexpr std::uintptr_t first = 0x10000;
+constexpr std::uintptr_t step = 0x10000;
+constexpr std::uintptr_t limit = std::uintptr_t{1} << 32;
+
+}  // namespace
+
+std::byte* allocateLowPages(std::size_t size) {
+  for (std::uintptr_t at = first; size <= limit - at; at += step) {
+    void* const pages = mmap(reinterpret_cast<void*>(at), size, PROT_READ | PROT_WRITE,
+                             MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0);
+    if (pages == MAP_FAILED) continue;
+    // An old kernel takes the address for a hint.
+    if (reinterpret_cast<std::uintptr_t>(pages) == at) return static_cast<std::byte*>(pages);
+    munmap(pages, size);
+  }
+  return nullptr;
+}
+
+void freeLowPages(std::byte* pages, std::size_t size) {
+  munmap(pages, size);
+}

@@ -1,0 +1,140 @@
+#include "umpd/platform/win32/Win32Types.h"
+// The headers below build on <windows.h>.
+#include "umpd/platform/win32/Win32Platform.h"
+
+namespace {
+
+using ConvertStringSecurityDescriptorCall = BOOL(WINAPI*)(LPCSTR, DWORD, PSECURITY_DESCRIPTOR*,
+                                                          PULONG);
+
+constexpr DWORD descriptorRevision = 1;
+constexpr DWORD textRevision = 1;
+// Mutexes and events are opened with one mask.
+constexpr DWORD objectAccess = 0x1F0003;
+constexpr DWORD mappingAccess = 0xF001F;
+constexpr DWORD viewAccess = 6;
+
+// The attributes as the calls take them. The length is the caller's and need not be the record's.
+class CallAttributes {
+ public:
+  explicit CallAttributes(const SecurityAttributes* attributes) {
+    if (!attributes) return;
+    record_ = {attributes->length, as<void*>(attributes->descriptor), attributes->inherit};
+    given_ = &record_;
+  }
+  CallAttributes(const CallAttributes&) = delete;
+  CallAttributes& operator=(const CallAttributes&) = delete;
+  SECURITY_ATTRIBUTES* get() { return given_; }
+
+ private:
+  SECURITY_ATTRIBUTES record_{};
+  SECURITY_ATTRIBUTES* given_ = nullptr;
+};
+
+PSECURITY_DESCRIPTOR descriptorOf(DescriptorHandle descriptor) {
+  return as<PSECURITY_DESCRIPTOR>(descriptor);
+}
+
+OwnedObject owned(NamedObjects& objects, HANDLE handle) {
+  return handle ? OwnedObject(objects, from<ObjectHandle>(handle)) : OwnedObject();
+}
+
+}  // namespace
+
+OwnedDescriptor Win32Security::allocateDescriptor(std::size_t size) {
+  return OwnedDescriptor(*this, from<DescriptorHandle>(LocalAlloc(LPTR, size)));
+}
+
+bool Win32Security::initialize(DescriptorHandle descriptor) {
+  return InitializeSecurityDescriptor(descriptorOf(descriptor), descriptorRevision) != FALSE;
+}
+
+bool Win32Security::setNullDacl(DescriptorHandle descriptor) {
+  return SetSecurityDescriptorDacl(descriptorOf(descriptor), TRUE, nullptr, FALSE) != FALSE;
+}
+
+OwnedDescriptor Win32Security::convertText(FunctionAddress call, const std::string& text) {
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  if (!as<ConvertStringSecurityDescriptorCall>(call)(text.c_str(), textRevision, &descriptor,
+                                                     nullptr))
+    return {};
+  return OwnedDescriptor(*this, from<DescriptorHandle>(descriptor));
+}
+
+std::optional<AclHandle> Win32Security::sacl(DescriptorHandle descriptor) {
+  if (descriptor == DescriptorHandle{}) {
+    SetLastError(ERROR_INVALID_SECURITY_DESCR);
+    return std::nullopt;
+  }
+  BOOL present = FALSE;
+  BOOL defaulted = FALSE;
+  PACL list = nullptr;
+  if (!GetSecurityDescriptorSacl(descriptorOf(descriptor), &present, &list, &defaulted))
+    return std::nullopt;
+  return from<AclHandle>(list);
+}
+
+bool Win32Security::setSacl(DescriptorHandle descriptor, AclHandle sacl) {
+  return SetSecurityDescriptorSacl(descriptorOf(descriptor), TRUE, as<PACL>(sacl), FALSE) != FALSE;
+}
+
+void Win32Security::close(DescriptorHandle descriptor) {
+  const KeptLastError kept;
+  LocalFree(descriptorOf(descriptor));
+}
+
+OwnedObject Win32Objects::createMutex(const SecurityAttributes* security,
+                                      const std::u16string& name) {
+  return owned(*this, CreateMutexW(CallAttributes(security).get(), FALSE, wide(name)));
+}
+
+OwnedObject Win32Objects::openMutex(const std::u16string& name) {
+  return owned(*this, OpenMutexW(objectAccess, FALSE, wide(name)));
+}
+
+bool Win32Objects::releaseMutex(ObjectHandle mutex) {
+  return ReleaseMutex(as<HANDLE>(mutex)) != FALSE;
+}
+
+OwnedObject Win32Objects::createEvent(const SecurityAttributes* security,
+                                      const std::u16string& name) {
+  return owned(*this, CreateEventW(CallAttributes(security).get(), FALSE, FALSE, wide(name)));
+}
+
+OwnedObject Win32Objects::openEvent(const std::u16string& name) {
+  return owned(*this, OpenEventW(objectAccess, FALSE, wide(name)));
+}
+
+bool Win32Objects::setEvent(ObjectHandle event) {
+  return SetEvent(as<HANDLE>(event)) != FALSE;
+}
+
+WaitAnswer Win32Objects::wait(ObjectHandle object, std::uint32_t milliseconds) {
+  return WaitAnswer{
+      static_cast<std::uint32_t>(WaitForSingleObject(as<HANDLE>(object), milliseconds))};
+}
+
+OwnedObject Win32Objects::createMapping(const SecurityAttributes* security,
+                                        const std::u16string& name, std::uint32_t size) {
+  return owned(*this, CreateFileMappingW(INVALID_HANDLE_VALUE, CallAttributes(security).get(),
+                                         PAGE_READWRITE, 0, size, wide(name)));
+}
+
+OwnedObject Win32Objects::openMapping(const std::u16string& name) {
+  return owned(*this, OpenFileMappingW(mappingAccess, FALSE, wide(name)));
+}
+
+OwnedView Win32Objects::mapView(ObjectHandle mapping) {
+  return OwnedView(
+      *this, static_cast<std::byte*>(MapViewOfFile(as<HANDLE>(mapping), viewAccess, 0, 0, 0)));
+}
+
+void Win32Objects::close(ObjectHandle object) {
+  const KeptLastError kept;
+  CloseHandle(as<HANDLE>(object));
+}
+
+void Win32Objects::close(std::byte* view) {
+  const KeptLastError kept;
+  UnmapViewOfFile(view);
+}

@@ -1,0 +1,67 @@
+// The bridge between the seam's types and the system's, for the sources of this folder alone.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <optional>
+#include <string>
+
+#include "umpd/platform/Platform.h"
+
+// The system's UTF-16 text. Only the type changes.
+inline const wchar_t* wide(const std::u16string& text) {
+  return reinterpret_cast<const wchar_t*>(text.c_str());
+}
+
+inline std::u16string text(const wchar_t* characters, std::size_t length) {
+  return {characters, characters + length};
+}
+
+inline std::u16string text(const wchar_t* terminated) {
+  return text(terminated, std::char_traits<wchar_t>::length(terminated));
+}
+
+// From the default code page.
+std::u16string widened(const char* narrow, std::size_t length);
+std::optional<std::u16string> widenedIfAny(const char* narrow);
+
+// The system's handle behind one of the seam's, and back.
+template <class System, class Handle>
+System as(Handle handle) {
+  return reinterpret_cast<System>(static_cast<std::uintptr_t>(handle));
+}
+
+template <class Handle, class System>
+Handle from(System handle) {
+  return Handle{reinterpret_cast<std::uintptr_t>(handle)};
+}
+
+// Closing something must not hide why the call before it failed.
+class KeptLastError {
+ public:
+  KeptLastError() : error_(GetLastError()) {}
+  ~KeptLastError() { SetLastError(error_); }
+  KeptLastError(const KeptLastError&) = delete;
+  KeptLastError& operator=(const KeptLastError&) = delete;
+
+ private:
+  DWORD error_;
+};
+
+// A record of the spooler with the texts behind it. Want of memory becomes the last error.
+template <class Record>
+class RecordBuffer {
+ public:
+  explicit RecordBuffer(DWORD size) : bytes_(new (std::nothrow) BYTE[size ? size : 1]()) {
+    if (!bytes_) SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+  }
+  explicit operator bool() const { return bytes_ != nullptr; }
+  BYTE* bytes() { return bytes_.get(); }
+  const Record* records() const { return reinterpret_cast<const Record*>(bytes_.get()); }
+
+ private:
+  std::unique_ptr<BYTE[]> bytes_;
+};
