@@ -70,6 +70,7 @@ const Case namings[] = {
     // Escapes, over the whole path.
     {"DefaultSaveDir=C:\\o+t", "%41b", R"(C:\o t\Ab.pdf)"},
     {"", "a%zzb", R"(C:\out\a)"},
+    {"", "%41" + std::string(246, 'n') + "%41", R"(C:\out\A)" + std::string(246, 'n') + "A.pdf"},
     // Extensions: as it is, none, too long for its field, too long altogether.
     {"DefaultExtension=.prn", "x", R"(C:\out\x.prn)"},
     {"DefaultExtension=", "x", R"(C:\out\x.pdf)"},
