@@ -128,6 +128,11 @@ TEST(SetFilename, MakesTheDirectoryButNotTheFile) {
   naming.set("DefaultSaveDir=\\");
   naming.name("x");
   EXPECT_TRUE(naming.simulated.machine.files.isDirectory(u"x.pdf"));
+  // A server's directory that stands is not made again, in the current directory.
+  naming.simulated.machine.files.addDirectory(u"\\\\srv\\out");
+  naming.set("DefaultSaveDir=\\\\srv\\out");
+  EXPECT_EQ(naming.name("x"), "\\\\srv\\out\\x.pdf");
+  EXPECT_FALSE(naming.simulated.machine.files.isDirectory(u"srv"));
 }
 
 TEST(SetFilename, EachCollisionWorksOnTheLastDotWithinTheRoom) {
