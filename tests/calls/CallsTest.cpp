@@ -287,6 +287,15 @@ TEST(Calls, LeaveOutWhatAPatternLacks) {
   EXPECT_EQ(dataOf(pattern), "q Q\n");
 }
 
+// A clip of the pattern finds the path in front of it; the captured text begins where it began.
+TEST(Calls, LetAPatternsClipLookBack) {
+  Converter converter;
+  EXPECT_EQ(converter.convert("/P 9 dict dup begin /XStep 1 def /YStep 1 def /PaintProc {pop clip} "
+                              "def end def 1 2 lineto P matrix makepattern "),
+            "1 2 l\n");
+  EXPECT_EQ(dataOf(*converter.objects().back()), "W n q 1 0 0 1 0 0 cm\nQ\n");
+}
+
 TEST(Calls, KeepImagesOfAPatternInline) {
   Converter converter;
   const size_t before = converter.objects().size();
