@@ -6,8 +6,9 @@
  * interpreter of the PostScript Language Reference: each painting operator becomes PDF text at
  * once, and the rest of the language stands only as far as page descriptions need it.
  *
- * The order of calls: PSOpen; for each page PSStartPage, then PSConvertToPdf as often as the page
- * has pieces; PSGetPdfObjects and PSGetErrorStr at any time; PSClose.
+ * The order of calls: PSOpen; for each page PSStartPage (which the first page can do without), then
+ * PSConvertToPdf as often as the page has pieces; PSGetPdfObjects and PSGetErrorStr at any time;
+ * PSClose.
  *
  * Threads: a converter is used by one thread at a time. The list of PDF objects belongs to the
  * process and is not protected, so that two converters must not run at the same time either.
@@ -87,7 +88,8 @@ TQP_EXPORT const char* PSConvertToPdf(void* converter, const char* bytes, int32_
  * Gives all objects that were made in this process since the list was last empty, oldest first.
  *   converter: a handle of PSOpen.
  *   count: out: how many 64-bit pointers the array has.
- * The array is the library's, valid until the next call of this function with any handle.
+ * The array is the library's, valid until the next call of this function with any handle, or until
+ * the library empties its list.
  * Gives null, and a count of 0, when there is no memory for the array.
  */
 TQP_EXPORT PdfObject* const* PSGetPdfObjects(void* converter, uint64_t* count);

@@ -24,8 +24,7 @@ OwnedKey openPrinterKey(PrinterSettings& settings, std::uint32_t access) {
   std::u16string subkey = std::u16string(productKey) + withCommas(name);
   subkey.resize(std::min(subkey.size(), pathCapacity - 1));
 
-  const OwnedKey parent = getHKCU(platform, access);
-  CreatedKey printer = platform.registry.createKey(parent.get(), subkey, access);
+  CreatedKey printer = platform.registry.createKey(getHKCU(platform, access).get(), subkey, access);
   // The defaults go through this function again; the key stands by then.
   if (printer.key && printer.created && !name.empty()) settings.writeDefaultSettings();
   return std::move(printer.key);

@@ -1,6 +1,7 @@
 #include "umpd/Folders.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -40,14 +41,19 @@ std::optional<std::u16string> driverFile(Platform& platform, std::u16string_view
   return path;
 }
 
+std::u16string applicationDataFolder(Platform& platform) {
+  for (const auto each : {SpecialFolder::localApplicationData, SpecialFolder::applicationData})
+    if (auto folder = platform.files.specialFolder(each); folder && !folder->empty())
+      return std::move(*folder);
+  return {};
+}
+
 std::u16string productDataFolder(Platform& platform) {
-  auto folder = platform.files.specialFolder(SpecialFolder::localApplicationData);
-  if (!folder || folder->empty())
-    folder = platform.files.specialFolder(SpecialFolder::applicationData);
-  if (!folder || folder->empty()) return u"c:\\";
-  folder->append(productFolder);
-  if (!platform.files.attributes(*folder)) makeDirectories(platform, *folder);
-  return *folder;
+  std::u16string folder = applicationDataFolder(platform);
+  if (folder.empty()) return u"c:\\";
+  folder += productFolder;
+  if (!platform.files.attributes(folder)) makeDirectories(platform, folder);
+  return folder;
 }
 
 bool makeDirectories(Platform& platform, std::u16string_view path) {
@@ -59,8 +65,9 @@ bool makeDirectories(Platform& platform, std::u16string_view path) {
     if (!made.empty()) made += u'/';
     made += path.substr(start, end - start);
     const auto attributes = platform.files.attributes(made);
-    if (attributes ? (*attributes & attributeDirectory) == 0 : !platform.files.makeDirectory(made))
-      return false;
+    if (attributes && (*attributes & attributeDirectory) == 0) return false;
+    // One that cannot be made stops nothing: those below it may stand all the same.
+    if (!attributes) platform.files.makeDirectory(made);
     start = path.find_first_not_of(separators, end);
   }
   return true;

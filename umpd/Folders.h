@@ -18,8 +18,12 @@ std::optional<std::u16string> getDriverDirectory(Platform& platform, std::size_t
 // A file of the product in the driver directory; empty if a path has no room for its name.
 std::optional<std::u16string> driverFile(Platform& platform, std::u16string_view name);
 
+// The user's application data, local if there is such a folder; empty if there is none.
+std::u16string applicationDataFolder(Platform& platform);
+
 // The product's folder in the user's application data, made if it is missing.
 std::u16string productDataFolder(Platform& platform);
 
-// Makes what is missing of a path. True if the whole path stands as directories.
+// Makes what is missing of a path. False if the path names nothing, or if something on its way
+// stands and is no directory.
 bool makeDirectories(Platform& platform, std::u16string_view path);

@@ -1,6 +1,7 @@
 #include "umpd/PathParts.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -11,7 +12,7 @@ constexpr std::size_t longestShortenedPath = 259;
 
 }  // namespace
 
-size_t lastSeparator(std::u16string_view path, std::size_t first) {
+std::size_t lastSeparator(std::u16string_view path, std::size_t first) {
   const std::size_t found = path.find_last_of(u"\\/");
   return found == path.npos || found < first ? path.npos : found;
 }

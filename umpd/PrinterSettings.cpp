@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <span>
 
 #include "umpd/ConfigStore.h"
@@ -36,6 +37,12 @@ std::optional<std::u16string> viewerCommandLine(Platform& platform) {
   return *viewer + std::u16string(arguments);
 }
 
+// The key above all printers' keys, made if it is missing; none on failure.
+OwnedKey openProductKey(Platform& platform, std::uint32_t access) {
+  const OwnedKey hive = getHKCU(platform, access);
+  return platform.registry.createKey(hive.get(), std::u16string(productKey), access).key;
+}
+
 std::u16string documentsFolder(Platform& platform) {
   std::u16string folder =
       platform.files.specialFolder(SpecialFolder::documents).value_or(std::u16string());
@@ -66,13 +73,10 @@ void PrinterSettings::setPrinterName(std::u16string_view name) {
 void PrinterSettings::loadDefaultPrinterName() {
   params.clear();
   printerName = defaultPrinterName;
-  const OwnedKey hive = getHKCU(platform, keyRead);
-  if (!hive) return;
-  const CreatedKey top =
-      platform.registry.createKey(hive.get(), std::u16string(productKey), keyRead);
-  if (!top.key) return;
+  const OwnedKey key = openProductKey(platform, keyRead);
+  if (!key) return;
   const RegistryValue value =
-      platform.registry.readValue(top.key.get(), printerNameValue, printerNameRoom);
+      platform.registry.readValue(key.get(), printerNameValue, printerNameRoom);
   if (value.ok() && !value.text().empty()) printerName = value.text();
 }
 
@@ -109,14 +113,9 @@ void PrinterSettings::writeDefaultSettings() {
   mergeConfigSection(*this, true, effectiveName());
 }
 
-// Into the key above all printers' keys.
 void PrinterSettings::storeAsDefaultPrinter() {
-  constexpr std::uint32_t access = keyRead | keyWrite;
-  const OwnedKey hive = getHKCU(platform, access);
-  if (!hive) return;
-  const CreatedKey top =
-      platform.registry.createKey(hive.get(), std::u16string(productKey), access);
-  if (top.key && platform.registry.writeText(top.key.get(), printerNameValue, effectiveName()))
+  const OwnedKey key = openProductKey(platform, keyRead | keyWrite);
+  if (key && platform.registry.writeText(key.get(), printerNameValue, effectiveName()))
     params.set(printerNameValue, effectiveName());
 }
 

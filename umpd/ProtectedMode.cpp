@@ -3,17 +3,11 @@
 #include <algorithm>
 #include <string_view>
 
+#include "umpd/Folders.h"
+
 namespace {
 
 constexpr std::size_t longestPath = 519;
-
-std::u16string applicationData(Platform& platform) {
-  for (const auto folder : {SpecialFolder::localApplicationData, SpecialFolder::applicationData}) {
-    const std::optional<std::u16string> path = platform.files.specialFolder(folder);
-    if (path && !path->empty()) return *path;
-  }
-  return {};
-}
 
 void appendBounded(std::u16string& path, std::u16string_view text) {
   path += text.substr(0, longestPath - std::min(path.size(), longestPath));
@@ -23,7 +17,7 @@ void appendBounded(std::u16string& path, std::u16string_view text) {
 
 std::u16string virtualizedTempPath(Platform& platform) {
   constexpr std::size_t behindColon = 2;
-  const std::u16string data = applicationData(platform);
+  const std::u16string data = applicationDataFolder(platform);
   const std::u16string_view all = data;
   std::u16string path;
   appendBounded(path, all);

@@ -7,7 +7,7 @@
 #include "umpd/PrinterSettings.h"
 #include "umpd/platform/Platform.h"
 
-// A window's state that no number stands for: 0 asks for none.
+// Asks for a hidden window, whose own number, 0, asks for no state at all.
 inline constexpr std::uint16_t showStateHidden = 11;
 
 // True if the process was started. wait: until it ends; then its exit code goes to `exitCode`,

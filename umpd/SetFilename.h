@@ -15,14 +15,15 @@
 // The room for a job's output path in characters, terminator included.
 inline constexpr std::size_t savePathCapacity = 780;
 
-// One attempt at a name. `size` is everywhere the room for the whole path, terminator included.
+// One attempt at a name. `size` is the room for the whole path, terminator included.
 class SetFilename {
  public:
   explicit SetFilename(const PrinterSettings& jobSettings) : settings(jobSettings) {}
   virtual ~SetFilename();
 
   // True if `out` is the name of a file that does not exist. False if it does and no other can be
-  // made of it, for want of a dot. An action that is no rule leaves `out` as it came.
+  // made of it, for want of a dot. An action that is no rule only decodes and shortens what `out`
+  // came with.
   bool setOutputFilename(std::u16string_view docName, std::u16string& out, std::size_t size);
 
   // The name by one of the rules 0 to 5, whether or not the file exists. True if its directory
@@ -36,6 +37,7 @@ class SetFilename {
   std::u16string readDefaultSaveFilename() const;
   void makeNameOfDocument(std::u16string_view docName, std::u16string& out, std::size_t size);
   void makeRandomName(std::u16string& out, std::size_t size);
+  // `size` less what is known to follow.
   void prefixDirectory(std::u16string& out, std::size_t size) const;
   void shapeDocumentName(std::u16string_view name, std::u16string& path, std::size_t size) const;
   std::u16string_view withoutTitlePrefix(std::u16string_view name) const;

@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <limits>
+#include <utility>
 
 #include "postscript/lib/DebugOutput.h"
 #include "postscript/lib/Ex.h"
@@ -81,8 +82,12 @@ void Postscript2Pdf::pushGraphicsState() {
 
 void Postscript2Pdf::popGraphicsState() {
   if (graphicsStates.empty()) throw Ex(sourceFile, 352, "No graphics states to pop");
+  // The fresh state comes before the last one goes, so that there is one when memory runs out.
+  if (graphicsStates.size() == 1) {
+    pushDefaultGraphicsState();
+    std::swap(graphicsStates.front(), graphicsStates.back());
+  }
   graphicsStates.pop_back();
-  if (graphicsStates.empty()) pushDefaultGraphicsState();
 }
 
 void Postscript2Pdf::resetGraphicsStates() {

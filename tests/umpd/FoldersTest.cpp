@@ -63,7 +63,8 @@ TEST_F(OnMachine, MakeDirectoriesMakesTheWholeWay) {
                {u"", false, u""},
                {u"\\/", false, u""},
                {u"C:\\file\\x", false, u""},
-               {u"Z:\\x", false, u""},
+               // There is no such drive; the file that cannot be made there will tell.
+               {u"Z:\\x", true, u"C:"},
                // The two separators in front are lost.
                {u"\\\\server\\share", true, u"C:\\work\\server\\share"}};
   for (const auto& each : cases) {

@@ -45,6 +45,7 @@ TEST_F(PrinterSettingsTest, NamesArePlainOrInPortForm) {
   settings.setPrinterName(u"Plain");
   EXPECT_EQ(settings.effectiveName(), u"Plain");
   EXPECT_EQ(inMap(settings, u"passthru"), "1");
+  settings.setPrinterName(u"\\\\nobody");
   settings.setPrinterName({});
   EXPECT_EQ(settings.effectiveName(), u"Tarnwick Quillpress");
   EXPECT_EQ(inMap(settings, u"passthru"), "(none)");

@@ -70,6 +70,7 @@ const Case namings[] = {
     // Escapes, over the whole path.
     {"DefaultSaveDir=C:\\o+t", "%41b", R"(C:\o t\Ab.pdf)"},
     {"", "a%zzb", R"(C:\out\a)"},
+    {"", "%41" + std::string(246, 'n') + "%41", R"(C:\out\A)" + std::string(246, 'n') + "A.pdf"},
     // Extensions: as it is, none, too long for its field, too long altogether.
     {"DefaultExtension=.prn", "x", R"(C:\out\x.prn)"},
     {"DefaultExtension=", "x", R"(C:\out\x.pdf)"},
@@ -127,6 +128,11 @@ TEST(SetFilename, MakesTheDirectoryButNotTheFile) {
   naming.set("DefaultSaveDir=\\");
   naming.name("x");
   EXPECT_TRUE(naming.simulated.machine.files.isDirectory(u"x.pdf"));
+  // A server's directory that stands is not made again, in the current directory.
+  naming.simulated.machine.files.addDirectory(u"\\\\srv\\out");
+  naming.set("DefaultSaveDir=\\\\srv\\out");
+  EXPECT_EQ(naming.name("x"), "\\\\srv\\out\\x.pdf");
+  EXPECT_FALSE(naming.simulated.machine.files.isDirectory(u"srv"));
 }
 
 TEST(SetFilename, EachCollisionWorksOnTheLastDotWithinTheRoom) {

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <new>
@@ -51,11 +53,13 @@ class KeptLastError {
   DWORD error_;
 };
 
-// A record of the spooler with the texts behind it. Want of memory becomes the last error.
+// Room for one record of the spooler at least, with the texts behind it. Want of memory becomes the
+// last error.
 template <class Record>
 class RecordBuffer {
  public:
-  explicit RecordBuffer(DWORD size) : bytes_(new (std::nothrow) BYTE[size ? size : 1]()) {
+  explicit RecordBuffer(DWORD size)
+      : bytes_(new (std::nothrow) BYTE[std::max<std::size_t>(size, sizeof(Record))]()) {
     if (!bytes_) SetLastError(ERROR_NOT_ENOUGH_MEMORY);
   }
   explicit operator bool() const { return bytes_ != nullptr; }

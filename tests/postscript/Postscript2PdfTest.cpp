@@ -1,0 +1,177 @@
+// The converter from within: what no call tells.
+#include "postscript/lib/Postscript2Pdf.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "postscript/lib/DebugOutput.h"
+#include "postscript/lib/Interpreter.h"
+#include "postscript/lib/painting/StartupTexts.h"
+
+namespace postscript {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr float identity[] = {1, 0, 0, 1, 0, 0};
+
+class Postscript2PdfTest : public testing::Test {
+ protected:
+  // The text of one call; "failed" when there is none.
+  std::string convert(const std::string& program) { return convertIn(converter, program); }
+  static std::string convertIn(Postscript2Pdf& other, const std::string& program) {
+    auto length = static_cast<int32_t>(program.size());
+    const char* text = other.convert(program.data(), &length);
+    return text ? std::string(text, static_cast<size_t>(length)) : "failed";
+  }
+  std::string prints(const std::string& program) {
+    convert(program);
+    return converter.interpreter->printBuffer;
+  }
+  static size_t objectCount() {
+    uint64_t count = 0;
+    PdfObjectList::instance().handOut(&count);
+    return count;
+  }
+
+  void SetUp() override { PdfObjectList::instance().clearPdfObjects(); }
+  void TearDown() override { PdfObjectList::instance().clearPdfObjects(); }
+
+  Postscript2Pdf converter{identity};
+};
+
+const std::string image = "4001 1 8 [] (" + std::string(4001, 'x') + ") image ";
+const std::string definePattern =
+    "/P 9 dict dup begin /XStep 1 def /YStep 1 def /PaintProc {pop} def end def ";
+
+TEST_F(Postscript2PdfTest, RunsItsTextsAtTheStart) {
+  EXPECT_EQ(std::strlen(startupTexts[0]), 783U);
+  EXPECT_EQ(std::strlen(startupTexts[1]), 2095U);
+  EXPECT_EQ(std::strlen(startupTexts[2]), 241U);
+  EXPECT_TRUE(converter.interpreter->operandStack.empty());
+  EXPECT_EQ(converter.contentText, "");
+  EXPECT_EQ(converter.errorText, "");
+}
+
+TEST_F(Postscript2PdfTest, TracksFontsAndColorSpaces) {
+  const GraphicsState& fresh = converter.topState();
+  EXPECT_EQ(fresh.fontName, "Helvetica");
+  EXPECT_EQ(fresh.fontSize, 12);
+  EXPECT_EQ(fresh.colorSpace, ColorMode::rgb);
+  convert("/Helvetica findfont 12 scalefont setfont /DeviceCMYK setcolorspace ");
+  EXPECT_DOUBLE_EQ(converter.topState().fontSize, 12);
+  EXPECT_EQ(converter.topState().colorSpace, ColorMode::cmyk);
+  convert("gsave /Helvetica findfont 12 scalefont setfont /DeviceGray setcolorspace ");
+  EXPECT_DOUBLE_EQ(converter.topState().fontSize, 144);
+  EXPECT_EQ(converter.topState().colorSpace, ColorMode::gray);
+  convert(
+      "/T 3 dict dup begin /FontMatrix [0 0.01 -0.01 0 0 0] def /FontName /Turned def end def "
+      "T setfont /DeviceRGB setcolorspace ");
+  EXPECT_DOUBLE_EQ(converter.topState().fontSize, 10);
+  EXPECT_EQ(converter.topState().fontName, "Turned");
+  EXPECT_EQ(converter.topState().colorSpace, ColorMode::rgb);
+  // Without a good name the size stays too.
+  EXPECT_EQ(convert("T /FontName 5 put T /FontMatrix matrix put T setfont "), "failed");
+  EXPECT_DOUBLE_EQ(converter.topState().fontSize, 10);
+  convert("grestore ");
+  EXPECT_DOUBLE_EQ(converter.topState().fontSize, 12);
+}
+
+TEST_F(Postscript2PdfTest, NamesSavesOverTheProcess) {
+  Postscript2Pdf other(identity);
+  const std::string first = prints("save == ");
+  ASSERT_TRUE(first.starts_with("ps_save Save "));
+  const int number = std::stoi(first.substr(13));
+  convertIn(other, "save ");
+  EXPECT_EQ(prints("save dup == == "), "ps_save Copy of Save " + std::to_string(number + 2) +
+                                           "\nps_save Save " + std::to_string(number + 2) + "\n");
+}
+
+TEST_F(Postscript2PdfTest, TellsFailuresToTheDebugger) {
+  static std::string heard;
+  const DebugReceiver before = debugReceiver;
+  debugReceiver = [](const char* text) { heard += text; };
+  convert("nosuch ");
+  convert("(a) 1 (b) {pop} for ");
+  debugReceiver = before;
+  EXPECT_EQ(heard, "Exception:[ameObject:25] NOTHING TO EXECUTE for nosuch\n");
+}
+
+TEST_F(Postscript2PdfTest, EmptiesThePrintBufferAtEachRun) {
+  EXPECT_EQ(prints("(a) print (b\\000c) print "), "ab");
+  EXPECT_EQ(prints("1 print "), "");
+}
+
+TEST_F(Postscript2PdfTest, GivesBackWhatAnImageHeld) {
+  const std::string source = "/s {(ab)} def /m [] def ";
+  convert(source + "2 1 8 m /s load image 2 1 8 m /s load image ");
+  const DictionaryStack& dictionaries = converter.interpreter->dictionaries;
+  EXPECT_EQ(dictionaries.lookup("s")->refCount, 1);
+  EXPECT_EQ(dictionaries.lookup("m")->refCount, 1);
+  convert("5 1 8 m {currentfile 5 string readstring pop} image ");
+  EXPECT_EQ(dictionaries.lookup("m")->refCount, 2);
+}
+
+TEST_F(Postscript2PdfTest, NumbersObjectsFromOneAfterAClearing) {
+  EXPECT_EQ(convert(image), "/PSI1 Do\n");
+  convert(definePattern + "P matrix makepattern pop ");
+  EXPECT_STREQ(
+      PdfObjectList::instance().findSource(converter.interpreter->dictionaries.lookup("P"))->name,
+      "/PA2");
+  PdfObjectList::instance().clearPdfObjects();
+  EXPECT_EQ(objectCount(), 0U);
+  EXPECT_EQ(convert("P setpattern "), "");
+  EXPECT_EQ(convert(image), "/PSI1 Do\n");
+}
+
+TEST_F(Postscript2PdfTest, KeepsAPatternsDictionaryAsLongAsItsRecord) {
+  convert(definePattern + "P matrix makepattern pop ");
+  PostscriptObject* pattern = converter.interpreter->dictionaries.lookup("P");
+  EXPECT_EQ(pattern->refCount, 2);
+  PdfObjectList::instance().clearPdfObjects();
+  EXPECT_EQ(pattern->refCount, 1);
+  // A record that outlives its converter.
+  {
+    Postscript2Pdf closed(identity);
+    convertIn(closed, definePattern + "P matrix makepattern pop ");
+  }
+  EXPECT_EQ(objectCount(), 1U);
+  EXPECT_EQ(convert(definePattern + "P setpattern "), "");
+}
+
+TEST_F(Postscript2PdfTest, ClosesACaptureWhoseRecordIsGone) {
+  convert(definePattern +
+          "P /PaintProc {pop currentfile 2 string readstring pop pop} put "
+          "P matrix makepattern ");
+  EXPECT_EQ(objectCount(), 1U);
+  EXPECT_TRUE(converter.inPattern);
+  PdfObjectList::instance().clearPdfObjects();
+  EXPECT_EQ(convert("ab 5 setlinewidth "), "5 w ");
+  EXPECT_EQ(objectCount(), 0U);
+  EXPECT_FALSE(converter.inPattern);
+}
+
+TEST_F(Postscript2PdfTest, LeavesARecordUnfilledWhenItsPatternFails) {
+  convert(definePattern + "P /PaintProc {nosuch} put P matrix makepattern ");
+  uint64_t count = 0;
+  const PdfObject* record = PdfObjectList::instance().handOut(&count)[0];
+  EXPECT_EQ(record->data, nullptr);
+  EXPECT_EQ(record->dataLength, 0U);
+  EXPECT_EQ(convert(image), "/PSI2 Do\n");
+}
+
+TEST_F(Postscript2PdfTest, FindsImagesByTheirKindAndTheirFirstBytes) {
+  PdfObjectList& list = PdfObjectList::instance();
+  list.addPdfObject(TQP_PATTERN, "/PA")->setData("abcd");
+  list.addPdfObject(TQP_IMAGE, "/PSI");
+  StoredPdfObject* second = list.addPdfObject(TQP_IMAGE, "/PSI");
+  second->setData(std::string("ab\0d", 4));
+  EXPECT_EQ(list.findPdfObject(TQP_IMAGE, std::string_view("ab\0", 3)), second);
+  EXPECT_EQ(list.findPdfObject(TQP_IMAGE, "abc"), nullptr);
+  EXPECT_EQ(list.findPdfObject(TQP_IMAGE, std::string_view("ab\0de", 5)), nullptr);
+}
+
+}  // namespace
+}  // namespace postscript
