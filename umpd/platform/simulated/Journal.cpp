@@ -13,6 +13,7 @@ void Journal::note(const std::string& operation, std::u16string_view detail) {
 bool Journal::may(const std::string& operation, std::u16string_view detail) {
   note(operation, detail);
   const bool picked = countdown_ != 0 && --countdown_ == 0;
+  if (picked) picked_ = operation;
   const auto always = failing_.find(operation);
   if (picked || (always != failing_.end() && always->second)) return fails(deviceNotFunctioning);
   return true;

@@ -29,6 +29,8 @@ class Journal {
 
   // The n-th operation from now that can fail, counted from 1; 0 for none.
   void failCall(std::size_t n) { countdown_ = n; }
+  // Which one it was; empty as long as it has not come.
+  const std::string& pickedOperation() const { return picked_; }
   // All operations of a name, until told otherwise.
   void failAlways(const std::string& operation, bool fail = true) { failing_[operation] = fail; }
   void before(const std::string& operation, std::function<void()> hook);
@@ -51,5 +53,6 @@ class Journal {
   std::map<std::string, std::function<void()>> hooks_;
   std::map<std::string, bool> failing_;
   std::size_t countdown_ = 0;
+  std::string picked_;
   std::uintptr_t nextHandle_ = 0x100;
 };

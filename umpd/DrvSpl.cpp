@@ -1,0 +1,48 @@
+#include "umpd/DrvSpl.h"
+
+#include "umpd/Report.h"
+
+namespace {
+
+constexpr std::uint32_t anyStatus = 0;
+
+}  // namespace
+
+UmDriver* DrvSplStartDoc(JobRecords& records, PrinterHandle printer, std::uint32_t jobId) {
+  traceMessage("DrvSplStartDoc hPrinter=%d\n", printer);
+  UmDriver* const job = records.start<UmDriver>(printer, jobId, nullptr);
+  if (!job) traceMessage("DrvSplStartDoc driver init failed\n");
+  return job;
+}
+
+std::uint32_t DrvSplWritePrinter(JobRecords& records, const void* address, const void* buffer,
+                                 std::uint32_t length, std::uint32_t& written) {
+  UmDriver* const job = records.find(address, anyStatus, "DrvSplWritePrinter - invalid parms");
+  if (!job) return 0;
+  written = length;
+  if ((job->status & statusFailed) != 0) traceMessage("DrvSplWritePrinter returning FALSE\n");
+  return job->writeUnlessFailed(static_cast<const std::byte*>(buffer), length) ? 1 : 0;
+}
+
+bool DrvSplEndDoc(JobRecords& records, const void* address) {
+  UmDriver* const job = records.find(address, statusInitialised, "DrvSplEndDoc - invalid parms");
+  return job && job->endDoc();
+}
+
+void DrvSplClose(JobRecords& records, const void* address) {
+  if (const UmDriver* const job = records.find(address, anyStatus, "DrvSplClose - invalid parms"))
+    records.remove(job);
+}
+
+std::uint32_t DrvSplStartPage(JobRecords& records, const void* address) {
+  return records.find(address, statusInitialised, "DrvSplStartPage invalid parms") ? 1 : 0;
+}
+
+std::uint32_t DrvSplEndPage(JobRecords& records, const void* address) {
+  return records.find(address, statusInitialised, "DrvSplEndPage invalid parms") ? 1 : 0;
+}
+
+void DrvSplAbort(JobRecords& records, const void* address) {
+  if (UmDriver* const job = records.find(address, statusInitialised, "DrvSplAbort invalid parms"))
+    job->status |= statusAborted;
+}

@@ -1,0 +1,21 @@
+// DrvSpl: a second door to a job, for a driver that is built into the library. It goes by the
+// record's own address and takes the job's steps one by one: the end leaves the record, the close
+// deletes it.
+//
+// Bad addresses cost a box, and the result is null, 0 or false.
+#pragma once
+
+#include <cstdint>
+
+#include "umpd/JobRecords.h"
+
+UmDriver* DrvSplStartDoc(JobRecords& records, PrinterHandle printer, std::uint32_t jobId);
+// `written` becomes `length` for any job that is one, also for one that ended and if nothing is
+// written.
+std::uint32_t DrvSplWritePrinter(JobRecords& records, const void* job, const void* buffer,
+                                 std::uint32_t length, std::uint32_t& written);
+bool DrvSplEndDoc(JobRecords& records, const void* job);
+void DrvSplClose(JobRecords& records, const void* job);
+std::uint32_t DrvSplStartPage(JobRecords& records, const void* job);
+std::uint32_t DrvSplEndPage(JobRecords& records, const void* job);
+void DrvSplAbort(JobRecords& records, const void* job);

@@ -1,0 +1,74 @@
+#include "umpd/JobEntries.h"
+
+#include <span>
+
+#include "umpd/Report.h"
+#include "umpd/SettingTexts.h"
+#include "umpd/UmDriver2k.h"
+
+namespace {
+
+JobHandle handleOf(const UmDriver* job) {
+  return static_cast<JobHandle>(reinterpret_cast<std::uintptr_t>(job));
+}
+
+const void* addressOf(JobHandle handle) {
+  return reinterpret_cast<const void*>(std::uintptr_t{handle});
+}
+
+}  // namespace
+
+JobHandle DocStart(JobRecords& records, const char16_t* printerName) {
+  if (!printerName) {
+    showErrorBox(records.platform, "DocStart - invalid printer name %s\n", "(null)");
+    return 0;
+  }
+  return handleOf(records.start<UmDriver>({}, 0, printerName));
+}
+
+JobHandle DocStart2K(JobRecords& records, PrinterHandle printer, std::uint32_t jobId,
+                     const char16_t* printerName, const char16_t* docName) {
+  traceMessage("Printer handle=%d, jobId=%d, printerName=[%s], docName=[%s]\n", printer, jobId,
+               printerName, docName);
+  return handleOf(records.start<UmDriver2k>(printer, jobId, docName));
+}
+
+std::uint32_t DocWrite(JobRecords& records, JobHandle handle, const void* buffer,
+                       std::uint32_t length) {
+  UmDriver* const job =
+      records.find(addressOf(handle), statusInitialised, "DocWrite invalid parms");
+  return job && job->writeUnlessFailed(static_cast<const std::byte*>(buffer), length) ? 1 : 0;
+}
+
+std::uint32_t DocEnd(JobRecords& records, JobHandle handle) {
+  UmDriver* const job = records.find(addressOf(handle), statusInitialised, "DocEnd invalid parms");
+  if (!job) return 0;
+  const bool ended = job->endDoc();
+  records.remove(job);
+  return ended ? 1 : 0;
+}
+
+std::uint32_t getIntVal(JobRecords& records, const void* address, const char16_t* key,
+                        std::uint32_t defaultValue) {
+  // The words name another call than this one. They are what users have seen ever since.
+  const UmDriver* const job =
+      records.find(address, statusInitialised, "getPrinterName invalid parms");
+  return job ? job->settings.getSettingInt(key, defaultValue) : defaultValue;
+}
+
+std::uint32_t getStringVal(JobRecords& records, const void* address, const char16_t* key,
+                           char16_t* buffer, std::size_t size, const char16_t* defaultText) {
+  UmDriver* const job = records.find(address, statusInitialised, "getStringVal invalid parms");
+  if (!job) return 0;
+  copySettingText(job->settings, job->docName, key, buffer, size, defaultText);
+  return 1;
+}
+
+std::uint32_t getStringMultibyte(JobRecords& records, const void* address, const char* key,
+                                 char* buffer, std::size_t size) {
+  UmDriver* const job =
+      records.find(address, statusInitialised, "getStringMultibyte invalid parms");
+  if (!job) return 0;
+  copySettingUtf8(job->settings, job->docName, key, std::span(buffer, size));
+  return 1;
+}

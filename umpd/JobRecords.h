@@ -1,0 +1,68 @@
+// JobRecords: the jobs that are going on. A job's handle is its record's address, which for the
+// exported calls has to fit into 32 bits: records lie below 4 GiB, wherever the heap is.
+//
+// Nothing is read at an address that a caller names before it is known to be a record's. A stale or
+// a wild handle finds nothing.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <new>
+#include <utility>
+
+#include "umpd/UmDriver.h"
+#include "umpd/platform/Platform.h"
+
+// Ends a record through its virtual destructor, and gives its memory back.
+struct JobDeleter {
+  LowMemory* memory = nullptr;
+  void operator()(UmDriver* job) const;
+};
+
+template <class Job>
+using OwnedJob = std::unique_ptr<Job, JobDeleter>;
+
+class JobRecords {
+ public:
+  explicit JobRecords(Platform& machine) : platform(machine) {}
+  JobRecords(const JobRecords&) = delete;
+  JobRecords& operator=(const JobRecords&) = delete;
+
+  // A job that is going on, or null: its init failed, or there is no memory below 4 GiB.
+  template <class Job>
+  UmDriver* start(PrinterHandle printer, std::uint32_t jobId, const char16_t* name);
+  // The record at the address, if it is one and has all these status bits. Otherwise null, and a
+  // box with the complaint.
+  UmDriver* find(const void* address, std::uint32_t statusBits, const char* complaint);
+  void remove(const UmDriver* job);
+
+  Platform& platform;
+
+ private:
+  template <class Job>
+  OwnedJob<Job> make();
+  UmDriver* add(OwnedJob<UmDriver> job);
+
+  // Jobs of several threads start and end at the same time.
+  std::mutex mutex_;
+  std::map<const void*, OwnedJob<UmDriver>> jobs_;
+};
+
+template <class Job>
+UmDriver* JobRecords::start(PrinterHandle printer, std::uint32_t jobId, const char16_t* name) {
+  OwnedJob<Job> job = make<Job>();
+  if (!job || !job->init(printer, jobId, name) || job->status != statusInitialised) return nullptr;
+  return add(std::move(job));
+}
+
+template <class Job>
+OwnedJob<Job> JobRecords::make() {
+  OwnedLowBlock block = platform.memory.allocate(sizeof(Job));
+  if (!block) return {};
+  Job* const job = new (block.get()) Job(platform);
+  block.release();
+  return OwnedJob<Job>(job, JobDeleter{&platform.memory});
+}

@@ -1,0 +1,30 @@
+#include "umpd/NamedMutex.h"
+
+#include <optional>
+#include <utility>
+
+#include "umpd/SecurityAttributesHolder.h"
+
+NamedMutex::NamedMutex(Platform& platform, std::u16string name)
+    : platform_(platform), name_(std::move(name)) {
+  SecurityAttributesHolder security;
+  handle_ = platform.objects.createMutex(buildSecurityAttributes(platform, security), name_);
+  if (handle_) return;
+  const std::optional<std::u16string> reason =
+      platform.messages.errorText(platform.messages.lastError());
+  platform.messages.narrowDebug("CreateMutex failed ");
+  if (reason) platform.messages.debug(*reason);
+}
+
+void NamedMutex::wait() {
+  if (open()) platform_.objects.wait(handle_.get(), noTimeLimit);
+}
+
+void NamedMutex::release() {
+  if (open()) platform_.objects.releaseMutex(handle_.get());
+}
+
+bool NamedMutex::open() {
+  if (!handle_) handle_ = platform_.objects.openMutex(name_);
+  return static_cast<bool>(handle_);
+}

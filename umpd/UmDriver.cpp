@@ -1,0 +1,265 @@
+#include "umpd/UmDriver.h"
+
+#include <optional>
+#include <span>
+
+#include "postscript/lib/PdfObjectList.h"
+#include "umpd/ConfigStore.h"
+#include "umpd/Folders.h"
+#include "umpd/NameEscapes.h"
+#include "umpd/ProtectedMode.h"
+#include "umpd/Report.h"
+#include "umpd/SetFilename.h"
+
+namespace {
+
+constexpr int launcherAttempts = 10;
+constexpr std::uint32_t launcherStartTime = 540;  // milliseconds
+
+constexpr std::uint32_t cancelJob = 3;
+constexpr std::uint32_t deleteJob = 5;
+
+// Objects have a name space of their own from Windows 2000 on.
+std::u16string objectName(Platform& platform, std::u16string_view space, std::u16string_view name) {
+  std::u16string result;
+  if (platform.version.isWin2kOrLater()) result = space;
+  result += name;
+  return result;
+}
+
+std::string shownName(Platform& platform, const char16_t* name) {
+  return name ? platform.text.narrow(name) : "(null)";
+}
+
+}  // namespace
+
+UmDriver::UmDriver(Platform& platform)
+    : settings(platform),
+      infoReader(platform),
+      jobMutex(platform, objectName(platform, u"Global\\", u"umdriver")),
+      outFile(platform.files),
+      impersonation(platform) {
+  clear();
+}
+
+UmDriver::~UmDriver() {
+  clear();
+}
+
+bool UmDriver::init(PrinterHandle handle, std::uint32_t job, const char16_t* name) {
+  const JobLock lock(*this);
+  Platform& platform = settings.platform;
+  settings.setPrinterName({});
+  printerHandle = handle;
+  jobId = job;
+  userName = platform.accounts.userName().value_or(std::u16string());
+  infoReader.printer = handle;
+  if (handle == PrinterHandle{} && !openNamedPrinter(name)) return false;
+
+  // The spooler's name for the printer is asked for as a sign of life: the settings have one.
+  const PrinterInfo* const info = infoReader.readPrinterInfo2();
+  if (!info || !info->printerName) {
+    const auto number = static_cast<std::uint32_t>(handle);
+    showErrorBox(platform, "umpd - Could not retrieve printer info - handle [%d](0x%x), [%s]",
+                 static_cast<std::int32_t>(number), number, shownName(platform, name).c_str());
+    return false;
+  }
+  applyOverrideUserSettings(settings);
+  settings.loadSettings();
+  if (platform.version.isNt4()) handSettingsToDriver();
+  if (platform.version.isWin9x()) settings.setRegistryDword(u"printerData4", 1);
+
+  passthru = settings.getSettingInt(u"passthru", 0) != 0;
+  if (!passthru)
+    findDocument();
+  else if (printerHandle == PrinterHandle{})
+    printerHandle = settings.printer.get();
+  status = statusInitialised;
+  return true;
+}
+
+bool UmDriver::openNamedPrinter(const char16_t* name) {
+  if (!name) {
+    showErrorBox(settings.platform, "umpd - No printer handle or name");
+    return false;
+  }
+  settings.setPrinterName(name);
+  if (!settings.printer && !openSettingsPrinter(settings, printerAccessUse)) {
+    showErrorBox(settings.platform, "umpd - Could not open printer [%s]",
+                 shownName(settings.platform, name).c_str());
+    return false;
+  }
+  infoReader.printer = settings.printer.get();
+  return true;
+}
+
+// The driver of NT 4 reads a file in the system directory, which the job's user may not write.
+void UmDriver::handSettingsToDriver() {
+  impersonation.revertToSpooler();
+  if (!settings.copyNameValuesToPrinterDriverConfigFile())
+    reportLastError(settings.platform, u"copyNameValuesToPrinterDriverConfigFile failed",
+                    serviceNotification);
+  impersonation.returnToClient();
+}
+
+void UmDriver::findDocument() {
+  if (printerHandle == PrinterHandle{} || jobId == 0) {
+    const std::uint32_t newest = getCurrentPrintJobDocName(settings, docName);
+    if (jobId == 0) jobId = newest;
+  } else if (const auto document = settings.platform.spooler.jobDocument(printerHandle, jobId)) {
+    docName = *document;
+  }
+}
+
+bool UmDriver::write(const std::byte* buffer, std::uint32_t length) {
+  const JobLock lock(*this);
+  const std::span data(buffer, buffer ? length : 0);
+  if (passthru && printerHandle != PrinterHandle{}) {
+    settings.platform.spooler.writePrinter(printerHandle, data, bytesWritten);
+    return bytesWritten == length;
+  }
+  if (outFile.handle == FileHandle{} && !(prepareLauncher() && createOutFile())) return false;
+  if (!outFile.write(data)) {
+    traceMessage("Error writing to %s\n", outputPath);
+    return false;
+  }
+  bytesWritten += length;
+  return true;
+}
+
+bool UmDriver::writeUnlessFailed(const std::byte* buffer, std::uint32_t length) {
+  if ((status & statusFailed) != 0) return false;
+  if (write(buffer, length)) return true;
+  status |= statusFailed;
+  return false;
+}
+
+// The launcher has to run also if it is told nothing yet: it gets the file in the end.
+bool UmDriver::prepareLauncher() {
+  const bool finish = settings.getSettingInt(u"FinishPrintEv", 0) != 0;
+  const bool showStatus = !finish && settings.getSettingInt(u"showPrintStatusWin", 1) != 0;
+  traceMessage("umdriver::write showUserInerface = %d\n", showStatus);
+  if (finish) return true;
+  LauncherProxy launcher(settings.platform);
+  if (!ensureLauncherRuns(launcher)) return false;
+  if (showStatus) launcher.startprint(settings.effectiveName());
+  return true;
+}
+
+bool UmDriver::ensureLauncherRuns(LauncherProxy& launcher) {
+  Platform& platform = settings.platform;
+  if (launcher.isLauncherRunning()) return true;
+  if (platform.version.isNt4()) {
+    reportLastError(
+        platform,
+        u"Error:tqpmsnd.exe is not running.  Please run it before printing to Quillpress.",
+        serviceNotification);
+    return false;
+  }
+  for (int attempt = 0; attempt < launcherAttempts; ++attempt) {
+    traceMessage("Launcher not running, attempting to start it\n");
+    launcher.startLauncher();
+    platform.clock.sleep(launcherStartTime);
+    if (launcher.isLauncherRunning()) return true;
+  }
+  reportLastError(platform, u"Error:tqpmsnd.exe is not running - and attempt to start it failed.",
+                  serviceNotification);
+  return false;
+}
+
+// True also if the file cannot be created: `outFile` then holds no usable handle and no "no file"
+// either, and the write fails with it, without a box.
+bool UmDriver::createOutFile() {
+  Platform& platform = settings.platform;
+  if (!SetFilename(settings).setOutputFilename(docName, outputPath, savePathCapacity)) {
+    reportLastError(platform, u"setOutputFilename failed", serviceNotification);
+    return false;
+  }
+  outFile.handle = platform.files.openForWriting(outputPath, Disposition::createAlways);
+  if (outFile.handle == invalidFile) protectedModeFallback();
+  return true;
+}
+
+// A browser in Protected Mode may write its own shadow of the user's folders only.
+void UmDriver::protectedModeFallback() {
+  Platform& platform = settings.platform;
+  const OwnedModule browser = platform.modules.load(u"ieframe.dll");
+  if (!browser) return;
+  const FunctionAddress call = platform.modules.find(browser.get(), "IEIsProtectedModeProcess");
+  if (call == FunctionAddress{} || !platform.processes.isProtectedMode(call)) return;
+  outputPath = virtualizedTempPath(platform) + outputPath.substr(outputPath.rfind(u'\\') + 1);
+  if (outputPath.size() >= pathCapacity) outputPath.resize(pathCapacity - 1);
+  outFile.handle = platform.files.openForWriting(outputPath, Disposition::createAlways);
+}
+
+bool UmDriver::endDoc() {
+  traceMessage("> UmDriver::endDoc() %x\n", this);
+  const JobLock lock(*this);
+  traceMessage("> UmDriver::inside mutex %x\n", this);
+  if (doPrint != 0) settings.setRegistryDword(u"DoPrint", 0);
+  traceMessage("> finishPrintEv = %d\n", settings.getSettingInt(u"FinishPrintEv", 0));
+  if (passthru || outFile.handle == FileHandle{}) {
+    resetJob();
+    return true;
+  }
+  outFile.close();
+  if (!settings.platform.version.isWin9x()) deleteSpoolJob();
+  announceFile();
+  resetJob();
+  traceMessage("< UmDriver::endDoc() %x \n", this);
+  return true;
+}
+
+// The file has taken the job's place in the queue; the file of a job in trouble goes with it.
+void UmDriver::deleteSpoolJob() {
+  Platform& platform = settings.platform;
+  const PrinterHandle handle =
+      printerHandle != PrinterHandle{} ? printerHandle : settings.printer.get();
+  if (!checkJobStatus(platform, handle, jobId)) platform.files.remove(outputPath);
+  platform.spooler.setJob(handle, jobId, platform.version.isWin9x() ? cancelJob : deleteJob);
+}
+
+// A launcher that has gone away gets nothing, and nobody is told.
+void UmDriver::announceFile() {
+  LauncherProxy launcher(settings.platform);
+  const std::u16string document = decodeNameEscapes(docName);
+  if (settings.getSettingInt(u"FinishPrintEv", 0) != 0)
+    signalFinishedPrint(document);
+  else if (launcher.isLauncherRunning())
+    launcher.stopprint(settings.effectiveName(), document, outputPath);
+}
+
+// For the client that has set FinishPrintEv, who also has made the event.
+void UmDriver::signalFinishedPrint(const std::u16string& document) {
+  Platform& platform = settings.platform;
+  settings.setRegistryString(u"DocName", document);
+  settings.setRegistryString(u"lastfile", outputPath);
+  traceMessage("> UmDriver::endDoc() about to signal finished print\n");
+  const std::u16string name = objectName(platform, u"Local\\", u"FinishPrintEv");
+  const OwnedObject event = platform.objects.openEvent(name);
+  if (event)
+    platform.objects.setEvent(event.get());
+  else
+    traceMessage("Open TqpEvent [%s] failed.\n", name);
+}
+
+void UmDriver::resetJob() {
+  clear();
+  status |= statusEnded;
+}
+
+void UmDriver::readDoPrint() {
+  doPrint = settings.getSettingInt(u"DoPrint", 0);
+}
+
+void UmDriver::clear() {
+  magic = magicWord;
+  printerHandle = {};
+  jobId = 0;
+  status = 0;
+  outputPath.clear();
+  userName.clear();
+  docName.clear();
+  bytesWritten = 0;
+  postscript::PdfObjectList::instance().clearPdfObjects();
+}

@@ -1,0 +1,101 @@
+// UmDriver: the record of one print job, from its start to its end.
+//
+// A job's bytes go unread into one file, which the launcher is told of when it is begun and when it
+// is complete. A job in passthru mode goes on to the printer instead. In the mode of FinishPrintEv
+// there is no launcher: names in the registry and an event say that the file is there.
+// One lock, shared by all jobs of the machine, is held through each of init, write and endDoc, also
+// while the launcher is waited for. Start reading at init, write, endDoc.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "umpd/Impersonation.h"
+#include "umpd/LauncherProxy.h"
+#include "umpd/NamedMutex.h"
+#include "umpd/OutFile.h"
+#include "umpd/PrinterInfo.h"
+#include "umpd/PrinterSettings.h"
+#include "umpd/platform/Platform.h"
+
+enum JobStatus : std::uint32_t {
+  statusInitialised = 1,
+  statusEnded = 2,
+  // Nobody asks: an aborted job goes on as before.
+  statusAborted = 4,
+  // A write failed, and no other is tried.
+  statusFailed = 8,
+};
+
+class UmDriver {
+ public:
+  // The letters TQPD, by which a record is known.
+  static constexpr std::uint32_t magicWord = 0x54515044;
+
+  explicit UmDriver(Platform& platform);
+  UmDriver(const UmDriver&) = delete;
+  UmDriver& operator=(const UmDriver&) = delete;
+  virtual ~UmDriver();
+
+  // The first write of a job has the launcher run and creates the file. False if not all bytes were
+  // taken.
+  virtual bool write(const std::byte* buffer, std::uint32_t length);
+  // True, whatever happens.
+  virtual bool endDoc();
+  // Writes, but not after a write that failed.
+  bool writeUnlessFailed(const std::byte* buffer, std::uint32_t length);
+
+  // By the spooler's handle and job number or, without a handle, by the printer's name, which may
+  // be null only beside a handle. False if there is no such printer.
+  bool init(PrinterHandle handle, std::uint32_t job, const char16_t* name);
+
+  // Empties the record and marks it as ended.
+  void resetJob();
+  // Nothing in the library calls it, so that `doPrint` stays 0.
+  void readDoPrint();
+
+  void waitJobMutex() { jobMutex.wait(); }
+  void releaseJobMutex() { jobMutex.release(); }
+
+  PrinterSettings settings;
+  PrinterInfoReader infoReader;
+  std::uint32_t magic = magicWord;
+  PrinterHandle printerHandle{};  // the caller's
+  std::uint32_t jobId = 0;
+  std::uint32_t status = 0;
+  NamedMutex jobMutex;
+  std::u16string outputPath;
+  std::u16string userName;
+  std::u16string docName;
+  std::uint32_t bytesWritten = 0;  // in all; of the last write in passthru mode
+  bool passthru = false;
+  OutFile outFile;
+  std::uint32_t doPrint = 0;  // the end of the job sets the setting of that name back
+  Impersonation impersonation;
+
+ private:
+  bool openNamedPrinter(const char16_t* name);
+  void handSettingsToDriver();
+  void findDocument();
+  bool prepareLauncher();
+  bool ensureLauncherRuns(LauncherProxy& launcher);
+  bool createOutFile();
+  void protectedModeFallback();
+  void deleteSpoolJob();
+  void announceFile();
+  void signalFinishedPrint(const std::u16string& document);
+  void clear();
+};
+
+// Holds the lock of all jobs until the end of its scope.
+class JobLock {
+ public:
+  explicit JobLock(UmDriver& job) : job_(job) { job_.waitJobMutex(); }
+  JobLock(const JobLock&) = delete;
+  JobLock& operator=(const JobLock&) = delete;
+  ~JobLock() { job_.releaseJobMutex(); }
+
+ private:
+  UmDriver& job_;
+};

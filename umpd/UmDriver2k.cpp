@@ -1,0 +1,31 @@
+#include "umpd/UmDriver2k.h"
+
+#include "umpd/ConfigStore.h"
+#include "umpd/Report.h"
+#include "umpd/RunProcess.h"
+
+UmDriver2k::~UmDriver2k() = default;
+
+bool UmDriver2k::init(PrinterHandle handle, std::uint32_t job, const char16_t* document) {
+  traceMessage("> UmDriver2k::init %x\n", this);
+  const JobLock lock(*this);
+  printerHandle = handle;
+  jobId = job;
+  infoReader.printer = handle;
+  const PrinterInfo* const info = infoReader.readPrinterInfo2();
+  if (!info || !info->printerName || info->printerName->empty()) {
+    showErrorBox(settings.platform, "umpd - Could not retrieve printer info");
+    return false;
+  }
+  settings.printerName = *info->printerName;
+  if (document) docName = document;
+  runSetupProgram(settings);
+  applyOverrideUserSettings(settings);
+  settings.loadSettings();
+  passthru = settings.getSettingInt(u"passthru", 0) != 0;
+  status = statusInitialised;
+  if (!passthru)
+    traceMessage("< UmDriver2k::init %x finishprintev = %d\n", this,
+                 settings.getSettingInt(u"FinishPrintEv", 0));
+  return true;
+}
