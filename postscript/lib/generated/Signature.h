@@ -16,49 +16,49 @@ struct Any {
 };
 struct Boolean {
   using Object = BooleanObject;
-  static Held<BooleanObject> pop(Interpreter& ps) { return popBooleanObject(ps); }
+  static Held<> pop(Interpreter& ps) { return popBooleanObject(ps); }
   // True on purpose: an operator that nobody wrote answers yes.
-  static BooleanObject& pushDefault(Interpreter& ps) { return *push<BooleanObject>(ps, true); }
+  static PostscriptObject* pushDefault(Interpreter& ps) { return push<BooleanObject>(ps, true); }
 };
 struct Integer {
   using Object = IntegerObject;
-  static Held<IntegerObject> pop(Interpreter& ps) { return popIntegerObject(ps); }
-  static IntegerObject& pushDefault(Interpreter& ps) { return *push<IntegerObject>(ps, 0); }
+  static Held<> pop(Interpreter& ps) { return popIntegerObject(ps); }
+  static PostscriptObject* pushDefault(Interpreter& ps) { return push<IntegerObject>(ps, 0); }
 };
 // Stands for results of any type, too.
 struct Real {
   using Object = RealObject;
-  static RealObject& pushDefault(Interpreter& ps) { return *push<RealObject>(ps, 0.0); }
+  static PostscriptObject* pushDefault(Interpreter& ps) { return push<RealObject>(ps, 0.0); }
 };
 struct Name {
   using Object = NameObject;
-  static NameObject& pushDefault(Interpreter& ps) { return *push<NameObject>(ps, ""); }
+  static PostscriptObject* pushDefault(Interpreter& ps) { return push<NameObject>(ps, ""); }
 };
 struct String {
   using Object = StringObject;
-  static Held<StringObject> pop(Interpreter& ps) { return popStringObject(ps); }
-  static StringObject& pushDefault(Interpreter& ps) { return *pushString(ps, {}); }
+  static Held<> pop(Interpreter& ps) { return popStringObject(ps); }
+  static PostscriptObject* pushDefault(Interpreter& ps) { return pushString(ps, {}); }
 };
 struct Array {
   using Object = ArrayObject;
-  static Held<ArrayObject> pop(Interpreter& ps) { return popArrayObject(ps); }
-  static ArrayObject& pushDefault(Interpreter& ps) { return *pushArray(ps); }
+  static Held<> pop(Interpreter& ps) { return popArrayObject(ps); }
+  static PostscriptObject* pushDefault(Interpreter& ps) { return pushArray(ps); }
 };
 struct Dictionary {
   using Object = DictionaryObject;
-  static Held<DictionaryObject> pop(Interpreter& ps) { return popDictionaryObject(ps); }
-  static DictionaryObject& pushDefault(Interpreter& ps) {
-    return *push<DictionaryObject>(ps, *ps.memory.current);
+  static Held<> pop(Interpreter& ps) { return popDictionaryObject(ps); }
+  static PostscriptObject* pushDefault(Interpreter& ps) {
+    return push<DictionaryObject>(ps, *ps.memory.current);
   }
 };
 struct Null {
   using Object = NullObject;
-  static NullObject& pushDefault(Interpreter& ps) { return *push<NullObject>(ps); }
+  static PostscriptObject* pushDefault(Interpreter& ps) { return push<NullObject>(ps); }
 };
 struct Mark {
   using Object = MarkObject;
-  static Held<MarkObject> pop(Interpreter& ps) { return popMarkObject(ps); }
-  static MarkObject& pushDefault(Interpreter& ps) { return *push<MarkObject>(ps); }
+  static Held<> pop(Interpreter& ps) { return popMarkObject(ps); }
+  static PostscriptObject* pushDefault(Interpreter& ps) { return push<MarkObject>(ps); }
 };
 
 template <class... Results>
