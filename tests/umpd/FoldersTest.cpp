@@ -7,8 +7,7 @@ namespace {
 TEST_F(OnMachine, TheDriverDirectoryHasItsVersionsSubdirectory) {
   const struct {
     WindowsRelease release;
-    std::u16string directory;
-    std::u16string call;
+    std::u16string directory, call;
   } cases[] = {{WindowsRelease::windows98, u"D:\\drv\\", u"narrow"},
                {WindowsRelease::nt4, u"D:\\drv\\2\\", u"wide"},
                {WindowsRelease::windows2000, u"D:\\drv\\3\\", u"wide"},
@@ -32,9 +31,7 @@ TEST_F(OnMachine, TheDriverDirectoryIsAskedForOnce) {
   machine.spooler.driverDirectoryPath = u"D:\\elsewhere";
   EXPECT_EQ(getDriverDirectory(platform, 9), u"D:\\drv\\3\\");
   EXPECT_EQ(machine.journal.count("driverDirectory"), 2u);
-}
-
-TEST_F(OnMachine, AnEmptyDriverDirectoryIsNone) {
+  platform.process = {};
   machine.spooler.driverDirectoryPath.clear();
   EXPECT_EQ(getDriverDirectory(platform, 260), std::nullopt);
 }

@@ -128,14 +128,6 @@ TEST_F(LauncherProxyTest, StartsTheLauncherHidden) {
   EXPECT_TRUE(proxy.startLauncher());
 }
 
-TEST_F(LauncherProxyTest, ChannelsAreTheSessionsFromWindows2000On) {
-  for (const auto& [release, name] :
-       {std::pair(WindowsRelease::nt4, u"c_pat"), {WindowsRelease::windows2000, u"Local\\c_pat"}}) {
-    simulated.become(release);
-    EXPECT_EQ(buildChannelName(platform, u"c"), name);
-  }
-}
-
 using RunProcessTest = OnMachine;
 
 TEST_F(RunProcessTest, SetupRunsForALauncherOfDriverVersion2) {

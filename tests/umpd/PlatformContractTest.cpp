@@ -10,10 +10,9 @@
 ContractMachine::~ContractMachine() = default;
 
 bool PlatformContract::writeFile(const std::u16string& path, const std::string& content) {
-  const OwnedFile file(platform.files,
-                       platform.files.openForWriting(path, Disposition::createAlways));
+  const OwnedFile file(files, files.openForWriting(path, Disposition::createAlways));
   std::uint32_t written = 0;
-  return platform.files.write(file.get(), std::as_bytes(std::span(content)), written) &&
+  return files.write(file.get(), std::as_bytes(std::span(content)), written) &&
          written == content.size();
 }
 
@@ -101,7 +100,6 @@ TEST_P(PlatformContract, ModulesAndFunctionsMayBeAbsent) {
 }
 
 TEST_P(PlatformContract, KeysAreCreatedOnceOnTheirWholeWay) {
-  Registry& registry = platform.registry;
   EXPECT_FALSE(registry.openKey(keyCurrentUser, machine->key, readWrite));
   const CreatedKey deep = registry.createKey(keyCurrentUser, machine->key + u"\\a\\b\\", readWrite);
   EXPECT_TRUE(deep.key);
@@ -118,7 +116,6 @@ TEST_P(PlatformContract, KeysAreCreatedOnceOnTheirWholeWay) {
 }
 
 TEST_P(PlatformContract, ValuesComeBackAsTheyWent) {
-  Registry& registry = platform.registry;
   const OwnedKey key = registry.createKey(keyCurrentUser, machine->key, readWrite).key;
   EXPECT_TRUE(registry.writeText(key.get(), u"Text", u"\u00E4b"));
   EXPECT_TRUE(registry.writeDword(key.get(), u"number", 0xFEDCBA98));
@@ -143,7 +140,6 @@ TEST_P(PlatformContract, ValuesComeBackAsTheyWent) {
 }
 
 TEST_P(PlatformContract, AHandleAllowsWhatItWasOpenedFor) {
-  Registry& registry = platform.registry;
   const OwnedKey reader = registry.createKey(keyCurrentUser, machine->key, 1).key;
   const OwnedKey writer = registry.openKey(keyCurrentUser, machine->key, 2);
   EXPECT_FALSE(registry.writeDword(reader.get(), u"n", 1));
@@ -155,7 +151,6 @@ TEST_P(PlatformContract, AHandleAllowsWhatItWasOpenedFor) {
 }
 
 TEST_P(PlatformContract, ValuesAreWalkedInSizesThatTheKeyTells) {
-  Registry& registry = platform.registry;
   const OwnedKey key = registry.createKey(keyCurrentUser, machine->key, readWrite).key;
   registry.writeText(key.get(), u"longest", u"1234");
   registry.writeDword(key.get(), u"n", 7);
@@ -181,10 +176,10 @@ TEST_P(PlatformContract, ValuesAreWalkedInSizesThatTheKeyTells) {
 
 TEST_P(PlatformContract, TheCallOpensTheHiveOfTheUser) {
   const auto call = function(u"Advapi32.DLL", "RegOpenCurrentUser");
-  const OwnedKey hive = platform.registry.openCurrentUser(call, 2 | 4);
+  const OwnedKey hive = registry.openCurrentUser(call, 2 | 4);
   ASSERT_TRUE(hive);
-  EXPECT_TRUE(platform.registry.createKey(hive.get(), machine->key, 2).created);
-  EXPECT_TRUE(platform.registry.openKey(keyCurrentUser, machine->key, 1));
+  EXPECT_TRUE(registry.createKey(hive.get(), machine->key, 2).created);
+  EXPECT_TRUE(registry.openKey(keyCurrentUser, machine->key, 1));
 }
 
 TEST_P(PlatformContract, ProfileSectionsAreTextsWithTerminators) {
@@ -206,7 +201,6 @@ TEST_P(PlatformContract, ProfileSectionsAreTextsWithTerminators) {
 }
 
 TEST_P(PlatformContract, APrinterIsAskedForItsSizeThenForItself) {
-  Spooler& spooler = platform.spooler;
   const DevMode mode = buildDevMode(machine->printer);
   EXPECT_FALSE(spooler.openPrinter(u"No such printer", mode, printerAccessUse));
   EXPECT_EQ(platform.messages.lastError(), 1801u);
@@ -231,19 +225,18 @@ TEST_P(PlatformContract, APrinterIsAskedForItsSizeThenForItself) {
 }
 
 TEST_P(PlatformContract, AllPrintersAreListed) {
-  const std::uint32_t size = platform.spooler.printersSize();
+  const std::uint32_t size = spooler.printersSize();
   ASSERT_GT(size, 0u);
-  const auto printers = platform.spooler.printers(size);
+  const auto printers = spooler.printers(size);
   ASSERT_TRUE(printers);
   EXPECT_EQ(
       std::count_if(printers->begin(), printers->end(),
                     [&](const PrinterInfo& each) { return each.printerName == machine->printer; }),
       1);
-  EXPECT_FALSE(platform.spooler.printers(size - 1));
+  EXPECT_FALSE(spooler.printers(size - 1));
 }
 
 TEST_P(PlatformContract, TheDriverDirectoryReadsTheSameInBothForms) {
-  Spooler& spooler = platform.spooler;
   const std::uint32_t size = spooler.driverDirectorySize(false);
   const auto directory = spooler.driverDirectory(false, size);
   ASSERT_TRUE(directory);
@@ -254,7 +247,6 @@ TEST_P(PlatformContract, TheDriverDirectoryReadsTheSameInBothForms) {
 }
 
 TEST_P(PlatformContract, JobsAreCountedListedAndDeleted) {
-  Spooler& spooler = platform.spooler;
   const OwnedPrinter printer =
       spooler.openPrinter(machine->printer, buildDevMode(machine->printer), printerAccessUse);
   const SizeAnswer empty = spooler.jobsSize(printer.get(), 0, 1);
@@ -298,7 +290,6 @@ TEST_P(PlatformContract, DescriptorsTakeListsOnceInitialized) {
 }
 
 TEST_P(PlatformContract, ObjectsLiveWhileSomebodyHoldsThem) {
-  NamedObjects& objects = platform.objects;
   SecurityAttributesHolder holder;
   const SecurityAttributes* security = buildSecurityAttributes(platform, holder);
   EXPECT_FALSE(objects.openMutex(u"Local\\contract"));
@@ -319,7 +310,6 @@ TEST_P(PlatformContract, ObjectsLiveWhileSomebodyHoldsThem) {
 }
 
 TEST_P(PlatformContract, AnEventWakesOneWaiter) {
-  NamedObjects& objects = platform.objects;
   const OwnedObject event = objects.createEvent(nullptr, u"Local\\contract_event");
   const OwnedObject same = objects.openEvent(u"Local\\contract_event");
   EXPECT_EQ(objects.wait(event.get(), 1), WaitAnswer::timedOut);
@@ -332,7 +322,6 @@ TEST_P(PlatformContract, AnEventWakesOneWaiter) {
 }
 
 TEST_P(PlatformContract, AMutexIsHeldAsOftenAsItWasWaitedFor) {
-  NamedObjects& objects = platform.objects;
   const OwnedObject mutex = objects.createMutex(nullptr, u"Global\\contract_mutex");
   EXPECT_FALSE(objects.releaseMutex(mutex.get()));
   EXPECT_EQ(platform.messages.lastError(), 288u);
@@ -350,7 +339,6 @@ TEST_P(PlatformContract, AMutexIsHeldAsOftenAsItWasWaitedFor) {
 }
 
 TEST_P(PlatformContract, ViewsOfAMappingShowOneMemory) {
-  NamedObjects& objects = platform.objects;
   const OwnedObject made = objects.createMapping(nullptr, u"Local\\contract_sm", 1303);
   ASSERT_TRUE(made);
   const OwnedView first = objects.mapView(made.get());
@@ -368,7 +356,6 @@ TEST_P(PlatformContract, ViewsOfAMappingShowOneMemory) {
 }
 
 TEST_P(PlatformContract, FilesAreWrittenAndShared) {
-  Files& files = platform.files;
   const std::u16string path = inFolder(u"out.pdf");
   EXPECT_FALSE(files.attributes(path));
   EXPECT_TRUE(writeFile(path, "first text"));
@@ -403,7 +390,6 @@ TEST_P(PlatformContract, FilesAreWrittenAndShared) {
 }
 
 TEST_P(PlatformContract, DirectoriesAreMadeOneAtATime) {
-  Files& files = platform.files;
   EXPECT_FALSE(files.makeDirectory(inFolder(u"a\\b")));
   EXPECT_EQ(platform.messages.lastError(), 3u);
   EXPECT_TRUE(files.makeDirectory(inFolder(u"a")));
@@ -425,16 +411,14 @@ TEST_P(PlatformContract, DirectoriesAreMadeOneAtATime) {
 }
 
 TEST_P(PlatformContract, ALineEndsAtItsEndOrAtTheLimit) {
-  const struct {
-    std::string content;
-    std::string line;
-  } cases[] = {{"", ""},          {"name", "name"},           {"name\r\nsecond", "name\n"},
-               {"\nx", "\n"},     {"0123456789", "01234567"}, {"0123456\r\n", "0123456\n"},
-               {"ab\0cd\n", "ab"}};
-  EXPECT_FALSE(platform.files.readLine(inFolder(u"none"), 8));
+  const std::pair<std::string, std::string> cases[] = {
+      {"", ""},          {"name", "name"},           {"name\r\nsecond", "name\n"},
+      {"\nx", "\n"},     {"0123456789", "01234567"}, {"0123456\r\n", "0123456\n"},
+      {"ab\0cd\n", "ab"}};
+  EXPECT_FALSE(files.readLine(inFolder(u"none"), 8));
   for (const auto& [content, line] : cases) {
     ASSERT_TRUE(writeFile(inFolder(u"line.txt"), content));
-    EXPECT_EQ(platform.files.readLine(inFolder(u"line.txt"), 8), line);
+    EXPECT_EQ(files.readLine(inFolder(u"line.txt"), 8), line);
   }
 }
 
@@ -444,7 +428,7 @@ TEST_P(PlatformContract, AProgramIsWaitedForAndTellsItsCode) {
   request.showState = std::uint16_t{0};
   const OwnedObject process = platform.processes.create(request);
   ASSERT_TRUE(process);
-  EXPECT_EQ(platform.objects.wait(process.get(), noTimeLimit), WaitAnswer::signalled);
+  EXPECT_EQ(objects.wait(process.get(), noTimeLimit), WaitAnswer::signalled);
   EXPECT_EQ(platform.processes.exitCode(process.get()), 3u);
   EXPECT_FALSE(platform.processes.exitCode(ObjectHandle{0x1234567}));
   EXPECT_NE(platform.processes.currentThreadId(), 0u);
@@ -499,7 +483,7 @@ TEST_P(PlatformContract, ErrorsHaveTextsAndLastUntilReported) {
   EXPECT_FALSE(text->empty());
   EXPECT_FALSE(messages.errorText(0x2FFFFFFF));
   {
-    OwnedObject event = platform.objects.createEvent(nullptr, u"contract_last");
+    OwnedObject event = objects.createEvent(nullptr, u"contract_last");
     OwnedView none;
     messages.setLastError(77);
   }

@@ -135,17 +135,6 @@ TEST_F(PrinterSettingsTest, DefaultsDoWithoutFoldersAndWithoutEachOther) {
   EXPECT_EQ(inMap(settings, u"printerName"), "Tarnwick Quillpress");
 }
 
-TEST_F(PrinterSettingsTest, NumbersAreWhatATextBeginsWith) {
-  PrinterSettings settings(platform);
-  const std::pair<const char*, std::uint32_t> cases[] = {
-      {"12ab", 12}, {"ab", 0}, {"", 0}, {" \t7", 7}, {"-1", 0xFFFFFFFF}, {"4294967297", 1}};
-  for (const auto& [text, value] : cases) {
-    settings.params.set(u"PASSTHRU", wide(text));
-    EXPECT_EQ(settings.getSettingInt(u"passthru", 9), value) << text;
-  }
-  EXPECT_EQ(settings.getSettingInt(u"other", 9), 9u);
-}
-
 TEST_F(PrinterSettingsTest, TextsAreHeldToTheBufferAndDefaultsAreNot) {
   PrinterSettings settings(platform);
   settings.params.set(u"four", u"abcd");
