@@ -258,6 +258,7 @@ TEST_F(JobTest, OnlyLiveRecordsAreHandles) {
   EXPECT_EQ(DocEnd(m.records, job), 1u);
   EXPECT_EQ(DocEnd(m.records, job), 0u);
   EXPECT_EQ(writeText(m, job, "x"), 0u);
+  EXPECT_TRUE(m.machine.messages.boxes[10].narrow);
   EXPECT_EQ(narrow(m.machine.messages.boxes[10].text), "DocEnd invalid parms");
   EXPECT_EQ(narrow(m.machine.messages.boxes[11].text), "DocWrite invalid parms");
 }
@@ -297,6 +298,9 @@ TEST_F(JobTest, TheLauncherIsStartedUntilItRuns) {
   const JobHandle job = byHandle(m);
   EXPECT_EQ(writeText(m, job, "x"), 1u);
   EXPECT_EQ(m.journal.count("createProcess"), 10u);
+  const ProcessRequest& request = m.machine.processes.started[0];
+  EXPECT_TRUE(request.commandLine.ends_with(u"\\drivers\\x64\\3\\tqpmsnd.exe"));
+  EXPECT_EQ(request.showState, 0u);
   EXPECT_EQ(m.journal.count("sleep"), 10u);
   EXPECT_EQ(m.journal.last("sleep"), u"540");
   EXPECT_EQ(m.journal.count("launcher"), 0u);

@@ -115,19 +115,6 @@ TEST_F(LauncherProxyTest, AListenersChannelWakesItAtTheEnd) {
   }
 }
 
-TEST_F(LauncherProxyTest, StartsTheLauncherHidden) {
-  EXPECT_TRUE(proxy.startLauncher());
-  ASSERT_EQ(machine.processes.started.size(), 1u);
-  const ProcessRequest request = machine.processes.started[0];
-  EXPECT_EQ(request.commandLine, u"C:\\windows\\system32\\spool\\drivers\\x64\\3\\tqpmsnd.exe");
-  EXPECT_EQ(request.creationFlags, 0u);
-  EXPECT_EQ(request.showState, 0u);
-  machine.journal.failAlways("createProcess");
-  EXPECT_FALSE(proxy.startLauncher());
-  launcherRuns();
-  EXPECT_TRUE(proxy.startLauncher());
-}
-
 using RunProcessTest = OnMachine;
 
 TEST_F(RunProcessTest, SetupRunsForALauncherOfDriverVersion2) {

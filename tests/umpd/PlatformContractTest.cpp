@@ -1,7 +1,9 @@
 #include "tests/umpd/PlatformContract.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <set>
 
 #include "umpd/PrinterInfo.h"
 #include "umpd/SecurityAttributesHolder.h"
@@ -38,10 +40,7 @@ class SimulatedContractMachine : public ContractMachine {
     parts.files.addDirectory(folder);
     parts.spooler.add(printer, port);
     parts.processes.programExitCode = 3;
-    Sid sid;
-    sid.valid = true;
-    sid.authority[5] = 5;
-    sid.subAuthorities = {21, 1, 2, 3, 1000};
+    const Sid sid{true, {0, 0, 0, 0, 0, 5}, {21, 1, 2, 3, 1000}};
     parts.accounts.accounts = {{u"", parts.accounts.user, sid}};
   }
 
@@ -51,12 +50,9 @@ class SimulatedContractMachine : public ContractMachine {
   }
 
   std::uint32_t startJob(const std::u16string& document) override {
-    SimulatedSpooler& spooler = simulated_->machine.spooler;
-    JobInfo job;
-    job.jobId = ++lastJob_;
-    job.position = lastJob_;
-    job.document = document;
-    spooler.find(printer)->jobs.push_back(job);
+    ++lastJob_;
+    simulated_->machine.spooler.find(printer)->jobs.push_back(
+        {.jobId = lastJob_, .document = document, .statusText = {}, .position = lastJob_});
     return lastJob_;
   }
 
@@ -159,18 +155,17 @@ TEST_P(PlatformContract, ValuesAreWalkedInSizesThatTheKeyTells) {
   EXPECT_EQ(info->valueCount, 2u);
   EXPECT_EQ(info->longestName, 7u);
   EXPECT_EQ(info->longestData, 10u);
-  std::vector<std::u16string> names;
+  std::set<std::u16string> names;
   for (std::uint32_t i = 0; i < 2; ++i) {
     const RegistryValue value = registry.enumerateValue(key.get(), i, 8, 10);
     EXPECT_TRUE(value.ok());
-    names.push_back(value.name);
+    names.insert(value.name);
     if (value.name != u"longest") continue;
     EXPECT_EQ(value.text(), u"1234");
     EXPECT_EQ(registry.enumerateValue(key.get(), i, 7, 10).answer, RegistryAnswer::failed);
     EXPECT_EQ(registry.enumerateValue(key.get(), i, 8, 9).answer, RegistryAnswer::failed);
   }
-  std::sort(names.begin(), names.end());
-  EXPECT_EQ(names, (std::vector<std::u16string>{u"longest", u"n"}));
+  EXPECT_EQ(names, (std::set<std::u16string>{u"longest", u"n"}));
   EXPECT_EQ(registry.enumerateValue(key.get(), 2, 8, 10).answer, RegistryAnswer::absent);
 }
 
@@ -460,10 +455,8 @@ TEST_P(PlatformContract, TheClockRunsInMillisecondsAndInLocalTime) {
   const std::int64_t leapDay = 951782400;  // 2000-02-29T00:00:00Z
   const auto local = clock.localTime(leapDay - clock.timeZoneBias() * -60);
   ASSERT_TRUE(local);
-  EXPECT_EQ(local->year, 2000);
-  EXPECT_EQ(local->month, 2);
-  EXPECT_EQ(local->day, 29);
-  EXPECT_EQ(local->hour * 60 + local->minute, 0);
+  EXPECT_EQ((std::array{local->year, local->month, local->day, local->hour, local->minute}),
+            (std::array{2000, 2, 29, 0, 0}));
   EXPECT_GT(clock.now(), leapDay);
 }
 

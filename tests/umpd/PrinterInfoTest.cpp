@@ -6,12 +6,11 @@
 namespace {
 
 JobInfo job(std::uint32_t id, std::uint32_t position, std::uint32_t status = 0) {
-  JobInfo info;
-  info.jobId = id;
-  info.position = position;
-  info.status = status;
-  info.document = u"document " + std::u16string(1, static_cast<char16_t>(u'0' + id));
-  return info;
+  return {.jobId = id,
+          .document = u"document " + std::u16string(1, static_cast<char16_t>(u'0' + id)),
+          .statusText = {},
+          .status = status,
+          .position = position};
 }
 
 class PrinterInfoTest : public OnMachine {
@@ -64,27 +63,23 @@ TEST_F(PrinterInfoTest, AnyFailureMeansNoJobs) {
 }
 
 TEST_F(PrinterInfoTest, TheJobInHandIsTheFirstOfTheHighestPosition) {
-  const struct {
-    std::vector<JobInfo> jobs;
-    std::uint32_t id;
-    std::u16string document;
-  } cases[] = {
-      {{}, 0, u""},
-      {{job(1, 1), job(2, 2), job(3, 3)}, 3, u"document 3"},
-      {{job(5, 7), job(6, 7), job(7, 2)}, 5, u"document 5"},
-      {{job(8, 0xFFFFFFFF)}, 0, u""},
-  };
+  const std::pair<std::vector<JobInfo>, std::uint32_t> cases[] = {
+      {{}, 0},
+      {{job(1, 1), job(2, 2), job(3, 3)}, 3},
+      {{job(5, 7), job(6, 7), job(7, 2)}, 5},
+      {{job(8, 0xFFFFFFFF)}, 0}};
   PrinterSettings settings(platform);
   settings.printerName = u"Office";
-  for (const auto& each : cases) {
-    printer.jobs = each.jobs;
-    std::u16string document = u"left over";
-    EXPECT_EQ(getCurrentPrintJobDocName(settings, document), each.id);
-    EXPECT_EQ(document, each.document);
+  std::u16string document;
+  for (const auto& [jobs, id] : cases) {
+    printer.jobs = jobs;
+    document = u"left over";
+    EXPECT_EQ(getCurrentPrintJobDocName(settings, document), id);
+    EXPECT_EQ(document, id ? *job(id, 0).document : u"");
   }
   printer.jobs = {job(1, 1)};
   printer.jobs[0].document.reset();
-  std::u16string document = u"left over";
+  document = u"left over";
   EXPECT_EQ(getCurrentPrintJobDocName(settings, document), 1u);
   EXPECT_EQ(document, u"");
   printer.jobs[0].document = std::u16string(400, u'n');

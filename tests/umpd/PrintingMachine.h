@@ -18,11 +18,7 @@ class PrintingMachine {
  public:
   explicit PrintingMachine(WindowsRelease windowsRelease) : release(windowsRelease) {
     simulated.become(release);
-    Sid sid;
-    sid.valid = true;
-    sid.authority[5] = 5;
-    sid.subAuthorities = {21};
-    machine.accounts.accounts = {{u"", u"pat", sid}};
+    machine.accounts.accounts = {{u"", u"pat", Sid{true, {0, 0, 0, 0, 0, 5}, {21}}}};
     machine.registry.makeKey(u"HKU\\S-1-5-21");
     office.jobs = {{.jobId = jobNumber, .document = document, .statusText = {}, .position = 1}};
     machine.files.addDirectory(u"C:\\out");
