@@ -81,7 +81,6 @@ const Case namings[] = {
     {dir519 + "|DefaultExtension=" + ext20, "x", R"(C:\)" + std::string(256, 'd')},
     // Directories. Without one the name becomes a directory, and another name is needed.
     {"DefaultSaveDir=C:/out/", "x", "C:/out/x.pdf"},
-    {"DefaultSaveDir=", "x", "x.17.pdf"},
     {dir519 + "d", "x", "x.17.pdf"},
     {dir519, "x.doc", R"(C:\x.pdf)"},
     {"", "x", R"(C:\.pdf)", 7},
@@ -99,7 +98,6 @@ const Case namings[] = {
     {"SaveFilenameAction=1|DefaultSaveFilename=a-b:c.doc", "x", R"(C:\out\a-b:c.doc)"},
     {"SaveFilenameAction=1|DefaultSaveFilename=name", "x", R"(C:\name)", 11},
     {"SaveFilenameAction=1|DefaultSaveDir=C:\\a.b", "x", R"(C:\a.17.pdf)"},
-    {"SaveFilenameAction=4", "x", R"(C:\out\17.pdf)"},
     {"SaveFilenameAction=4", "x", R"(C:\17.pdf)", 13},
     {"SaveFilenameAction=4", "x", R"(C:\out\17.pdf)", 14},
     {"SaveFilenameAction=4|DefaultSaveDir=", "x", "17.18.pdf"},
