@@ -1,7 +1,6 @@
 #include "umpd/ConfigStore.h"
 
 #include "tests/umpd/OnMachine.h"
-#include "umpd/Report.h"
 #include "umpd/WideText.h"
 
 namespace {
@@ -21,23 +20,12 @@ class ConfigStoreTest : public OnMachine {
   const std::u16string key = top + u",,server,laser";
 };
 
-TEST_F(ConfigStoreTest, ANewKeyGetsTheDefaultsOnce) {
-  EXPECT_TRUE(openPrinterKey(settings, keyRead));
-  EXPECT_EQ(stored(u"SaveFilenameAction"), u"3");
-  machine.registry.setDword(key, u"SaveFilenameAction", 5);
-  EXPECT_TRUE(openPrinterKey(settings, keyRead));
-  EXPECT_EQ(stored(u"SaveFilenameAction"), u"5");
-  EXPECT_EQ(machine.registry.openHandles(), 0u);
-}
-
-TEST_F(ConfigStoreTest, NoNameMeansTheProductsOwnKeyAndNoDefaults) {
+TEST_F(ConfigStoreTest, ThePrintersNameMakesTheKeysPath) {
   settings.printerName.clear();
   EXPECT_TRUE(openPrinterKey(settings, keyRead));
   EXPECT_EQ(machine.journal.count("writeValue"), 0u);
   EXPECT_TRUE(machine.registry.hasKey(top));
-}
-
-TEST_F(ConfigStoreTest, TheKeysPathHoldsTwoHundredAndFiftyNineCharacters) {
+  // The key's path holds 259 characters.
   settings.printerName = std::u16string(300, u'p');
   EXPECT_TRUE(openPrinterKey(settings, keyRead));
   EXPECT_TRUE(machine.registry.hasKey(top + std::u16string(259 - productKey.size(), u'p')));
@@ -92,19 +80,14 @@ TEST_F(ConfigStoreTest, ASectionBeyondTheBufferLosesItsCutEntry) {
 
 TEST_F(ConfigStoreTest, TheOverridePutsThePrintersSectionLast) {
   machine.profiles.setSection(ini, u",,server,laser", {u"both=printer"});
-  const std::vector<std::u16string> common = {u"both=common", u"one=1"};
-  for (const auto* flag : {u"overrideUserSettings=0", u"x=1"}) {
-    auto lines = common;
-    lines.push_back(flag);
-    machine.profiles.setSection(ini, u"init", lines);
+  const auto apply = [this](const char16_t* flag) {
+    machine.profiles.setSection(ini, u"init", {u"both=common", u"one=1", flag});
     applyOverrideUserSettings(settings);
-    EXPECT_EQ(stored(u"both"), u"(none)");
-  }
-  auto lines = common;
-  lines.push_back(u"overrideUserSettings=2");
-  machine.profiles.setSection(ini, u"init", lines);
-  applyOverrideUserSettings(settings);
-  EXPECT_EQ(stored(u"both"), u"printer");
+    return stored(u"both");
+  };
+  EXPECT_EQ(apply(u"overrideUserSettings=0"), u"(none)");
+  EXPECT_EQ(apply(u"x=1"), u"(none)");
+  EXPECT_EQ(apply(u"overrideUserSettings=2"), u"printer");
   EXPECT_EQ(stored(u"one"), u"1");
 }
 
@@ -121,7 +104,6 @@ TEST_F(ConfigStoreTest, WithoutRoomForTheFilesNameThereIsNoFile) {
 
 // Whatever fails on the way, nothing stays open, and the next job finds its settings.
 TEST_F(ConfigStoreTest, EveryFailureIsQuiet) {
-  machine.profiles.setSection(ini, u"init", {u"overrideUserSettings=1", u"a=b"});
   bool failedOnce = false;
   for (std::size_t n = 1; n < 2000; ++n) {
     SimulatedPlatform fresh;
@@ -141,23 +123,6 @@ TEST_F(ConfigStoreTest, EveryFailureIsQuiet) {
     ASSERT_LT(n, 1999u);
   }
   EXPECT_TRUE(failedOnce);
-}
-
-TEST_F(OnMachine, ReportsShowTheSystemsTextOrSaySo) {
-  machine.journal.lastError = 2;
-  reportLastError(platform, u"caption", 7);
-  machine.journal.lastError = 12345;
-  reportLastError(platform, u"caption", 0);
-  showErrorBox(platform, "handle [%d](0x%x), [%s]", -2, 0xFEu, "name");
-  const auto& boxes = machine.messages.boxes;
-  ASSERT_EQ(boxes.size(), 3u);
-  EXPECT_EQ(boxes[0].text, u"File not found.\r\n");
-  EXPECT_EQ(boxes[0].flags, 7u);
-  EXPECT_EQ(boxes[1].text, u"Error string not found");
-  EXPECT_EQ(boxes[2].text, u"handle [-2](0xfe), [name]");
-  EXPECT_EQ(boxes[2].caption, u"Error");
-  EXPECT_EQ(boxes[2].flags, 0x200000u);
-  EXPECT_TRUE(boxes[2].narrow);
 }
 
 }  // namespace

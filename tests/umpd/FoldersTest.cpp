@@ -7,8 +7,7 @@ namespace {
 TEST_F(OnMachine, TheDriverDirectoryHasItsVersionsSubdirectory) {
   const struct {
     WindowsRelease release;
-    std::u16string directory;
-    std::u16string call;
+    std::u16string directory, call;
   } cases[] = {{WindowsRelease::windows98, u"D:\\drv\\", u"narrow"},
                {WindowsRelease::nt4, u"D:\\drv\\2\\", u"wide"},
                {WindowsRelease::windows2000, u"D:\\drv\\3\\", u"wide"},
@@ -32,9 +31,7 @@ TEST_F(OnMachine, TheDriverDirectoryIsAskedForOnce) {
   machine.spooler.driverDirectoryPath = u"D:\\elsewhere";
   EXPECT_EQ(getDriverDirectory(platform, 9), u"D:\\drv\\3\\");
   EXPECT_EQ(machine.journal.count("driverDirectory"), 2u);
-}
-
-TEST_F(OnMachine, AnEmptyDriverDirectoryIsNone) {
+  platform.process = {};
   machine.spooler.driverDirectoryPath.clear();
   EXPECT_EQ(getDriverDirectory(platform, 260), std::nullopt);
 }
@@ -53,24 +50,20 @@ TEST_F(OnMachine, ProductDataFallsBackFromFolderToFolder) {
 
 TEST_F(OnMachine, MakeDirectoriesMakesTheWholeWay) {
   machine.files.addFile(u"C:\\file", "");
-  const struct {
-    std::u16string path;
-    bool result;
-    std::u16string made;
-  } cases[] = {{u"C:\\a\\b/c\\\\d", true, u"C:\\a\\b\\c\\d"},
-               {u"C:\\a\\e\\", true, u"C:\\a\\e"},
-               {u"C:", true, u"C:"},
-               {u"", false, u""},
-               {u"\\/", false, u""},
-               {u"C:\\file\\x", false, u""},
-               // There is no such drive; the file that cannot be made there will tell.
-               {u"Z:\\x", true, u"C:"},
-               // The two separators in front are lost.
-               {u"\\\\server\\share", true, u"C:\\work\\server\\share"}};
-  for (const auto& each : cases) {
-    EXPECT_EQ(makeDirectories(platform, each.path), each.result)
-        << testing::PrintToString(each.path);
-    EXPECT_TRUE(machine.files.isDirectory(each.result ? each.made : u"C:"));
+  const std::pair<std::u16string, std::u16string> cases[] = {
+      {u"C:\\a\\b/c\\\\d", u"C:\\a\\b\\c\\d"},
+      {u"C:\\a\\e\\", u"C:\\a\\e"},
+      {u"C:", u"C:"},
+      {u"", u""},
+      {u"\\/", u""},
+      {u"C:\\file\\x", u""},
+      // There is no such drive; the file that cannot be made there will tell.
+      {u"Z:\\x", u"C:"},
+      // The two separators in front are lost.
+      {u"\\\\server\\share", u"C:\\work\\server\\share"}};
+  for (const auto& [path, made] : cases) {
+    EXPECT_EQ(makeDirectories(platform, path), !made.empty()) << testing::PrintToString(path);
+    EXPECT_TRUE(made.empty() || machine.files.isDirectory(made));
   }
 }
 

@@ -34,69 +34,40 @@ std::uint32_t writeText(PrintingMachine& m, JobHandle job, std::string_view text
   return DocWrite(m.records, job, text.data(), static_cast<std::uint32_t>(text.size()));
 }
 
+// What others see of a job, a stretch each.
+const std::string localLock = "createMutex umdriver\n";
+const std::string globalLock = "createMutex Global\\umdriver\n";
+const std::string begun = "launcher startprint|Office\n";
+const std::string printed = "openForWriting C:\\out\\Re port.pdf\ncloseFile\n";
+const std::string deleted = "setJob 7 5\n";
+const std::string announced =
+    "launcher stopprint|Office|C:\\out\\Re port.pdf|Editor - Re port.doc\n";
+const std::string passed = "writePrinter\nwritePrinter\n";
+
 struct LifeCycle {
   const char* name;
   WindowsRelease release;
   Start start;
-  const char16_t* mode;  // a setting, or null
-  const char* story;
+  std::u16string mode;  // a setting, or nothing
+  std::string story;
 };
 
-constexpr LifeCycle lifeCycles[] = {
-    {"launcher_on_windows_7", windows7, byHandle, nullptr,
-     "createMutex Global\\umdriver\n"
-     "launcher startprint|Office\n"
-     "openForWriting C:\\out\\Re port.pdf\n"
-     "closeFile\n"
-     "setJob 7 5\n"
-     "launcher stopprint|Office|C:\\out\\Re port.pdf|Editor - Re port.doc\n"},
-    {"launcher_by_name", windows7, byName, nullptr,
-     "createMutex Global\\umdriver\n"
-     "launcher startprint|Office\n"
-     "openForWriting C:\\out\\Re port.pdf\n"
-     "closeFile\n"
-     "setJob 7 5\n"
-     "launcher stopprint|Office|C:\\out\\Re port.pdf|Editor - Re port.doc\n"},
-    {"launcher_on_nt_4", nt4, byName, nullptr,
-     "createMutex umdriver\n"
-     "openForWriting C:\\windows\\system32\\tqpcfg.1\n"
-     "closeFile\n"
-     "launcher startprint|Office\n"
-     "openForWriting C:\\out\\Re port.pdf\n"
-     "closeFile\n"
-     "setJob 7 5\n"
-     "launcher stopprint|Office|C:\\out\\Re port.pdf|Editor - Re port.doc\n"},
-    {"launcher_on_windows_98", windows98, byName, nullptr,
-     "createMutex umdriver\n"
-     "launcher startprint|Office\n"
-     "openForWriting C:\\out\\Re port.pdf\n"
-     "closeFile\n"
-     "launcher stopprint|Office|C:\\out\\Re port.pdf|Editor - Re port.doc\n"},
+const LifeCycle lifeCycles[] = {
+    {"launcher_on_windows_7", windows7, byHandle, u"",
+     globalLock + begun + printed + deleted + announced},
+    {"launcher_by_name", windows7, byName, u"", globalLock + begun + printed + deleted + announced},
+    {"launcher_on_nt_4", nt4, byName, u"",
+     localLock + "openForWriting C:\\windows\\system32\\tqpcfg.1\ncloseFile\n" + begun + printed +
+         deleted + announced},
+    {"launcher_on_windows_98", windows98, byName, u"", localLock + begun + printed + announced},
     {"event_on_windows_2000", windows2000, byHandle, u"FinishPrintEv",
-     "createMutex Global\\umdriver\n"
-     "openForWriting C:\\out\\Re port.pdf\n"
-     "closeFile\n"
-     "setJob 7 5\n"
-     "openEvent Local\\FinishPrintEv\n"},
+     globalLock + printed + deleted + "openEvent Local\\FinishPrintEv\n"},
     {"event_on_nt_4", nt4, byHandle, u"FinishPrintEv",
-     "createMutex umdriver\n"
-     "openForWriting C:\\out\\Re port.pdf\n"
-     "closeFile\n"
-     "setJob 7 5\n"
-     "openEvent FinishPrintEv\n"},
+     localLock + printed + deleted + "openEvent FinishPrintEv\n"},
     {"event_on_windows_98", windows98, byName, u"FinishPrintEv",
-     "createMutex umdriver\n"
-     "openForWriting C:\\out\\Re port.pdf\n"
-     "closeFile\n"
-     "openEvent FinishPrintEv\n"},
-    {"passthru_by_handle", windows7, byHandle, u"passthru",
-     "createMutex Global\\umdriver\n"
-     "writePrinter\n"
-     "writePrinter\n"},
-    {"passthru_by_name", windows98, byName, u"passthru",
-     "createMutex umdriver\n"
-     "writePrinter\n"
-     "writePrinter\n"},
+     localLock + printed + "openEvent FinishPrintEv\n"},
+    {"passthru_by_handle", windows7, byHandle, u"passthru", globalLock + passed},
+    {"passthru_by_name", windows98, byName, u"passthru", localLock + passed},
 };
 
 class JobLifeCycle : public testing::TestWithParam<LifeCycle> {};
@@ -105,8 +76,7 @@ TEST_P(JobLifeCycle, IsSeenFromOutside) {
   const LifeCycle& row = GetParam();
   PrintingMachine m(row.release);
   m.startLauncher();
-  const std::u16string mode = row.mode ? row.mode : u"";
-  if (!mode.empty()) m.set(mode, u"1");
+  if (!row.mode.empty()) m.set(row.mode, u"1");
   SimulatedObject& finished =
       m.machine.objects.holdElsewhere(SimulatedObject::Kind::event, u"FinishPrintEv");
   for (const char* operation : {"openForWriting", "closeFile", "writePrinter"})
@@ -117,7 +87,7 @@ TEST_P(JobLifeCycle, IsSeenFromOutside) {
   EXPECT_EQ(recordOf(job).status, statusInitialised);
   EXPECT_EQ(writeText(m, job, "%!PS\n"), 1u);
   EXPECT_EQ(writeText(m, job, "showpage"), 1u);
-  const bool passthru = mode == u"passthru";
+  const bool passthru = row.mode == u"passthru";
   EXPECT_EQ(recordOf(job).bytesWritten, passthru ? 8u : 13u);
   EXPECT_EQ(narrow(recordOf(job).docName),
             passthru && row.start == byName ? "" : narrow(m.document));
@@ -130,81 +100,69 @@ TEST_P(JobLifeCycle, IsSeenFromOutside) {
   EXPECT_EQ(m.machine.objects.hangs, 0u);
   EXPECT_EQ(m.machine.files.content(m.file).value_or("none"), passthru ? "none" : "%!PS\nshowpage");
   EXPECT_EQ(m.office.received.size(), passthru ? 13u : 0u);
-  EXPECT_EQ(m.stored(u"printerData4"), row.release == windows98 ? u"1" : std::u16string(u"(none)"));
-  const bool byEvent = mode == u"FinishPrintEv";
+  EXPECT_EQ(m.stored(u"printerData4"), row.release == windows98 ? "1" : "(none)");
+  const bool byEvent = row.mode == u"FinishPrintEv";
   EXPECT_EQ(finished.signalled, byEvent);
-  EXPECT_EQ(narrow(m.stored(u"lastfile")), byEvent ? narrow(m.file) : "(none)");
-  EXPECT_EQ(narrow(m.stored(u"DocName")), byEvent ? "Editor - Re port.doc" : "(none)");
+  EXPECT_EQ(m.stored(u"lastfile"), byEvent ? narrow(m.file) : "(none)");
+  EXPECT_EQ(m.stored(u"DocName"), byEvent ? "Editor - Re port.doc" : "(none)");
 }
 
 INSTANTIATE_TEST_SUITE_P(All, JobLifeCycle, testing::ValuesIn(lifeCycles),
                          [](const auto& row) { return row.param.name; });
 
 // What stands in each way of a job, and what its user is told. The job ends well all the same.
+enum Reach { nothing, aJob, aFile, aWholeFile };
 struct Failure {
   const char* name;
   WindowsRelease release;
   Start start;
-  void (*arrange)(PrintingMachine&);
+  Reach reach;
   const char* boxes;
-  bool starts;
-  bool writes;
-  bool leavesFile;
+  void (*arrange)(PrintingMachine&);
 };
 
 const Failure failures[] = {
-    {"null_name", windows7, [](PrintingMachine& m) { return DocStart(m.records, nullptr); },
-     [](PrintingMachine&) {}, "Error|DocStart - invalid printer name (null)\n|2097152\n", false,
-     false, false},
-    {"unknown_printer", windows7, [](PrintingMachine& m) { return DocStart(m.records, u"Nobody"); },
-     [](PrintingMachine&) {}, "Error|umpd - Could not open printer [Nobody]|2097152\n", false,
-     false, false},
-    {"no_information_by_name", windows7, byName,
-     [](PrintingMachine& m) { m.journal.failAlways("printer"); },
-     "Error|umpd - Could not retrieve printer info - handle [0](0x0), [Office]|2097152\n", false,
-     false, false},
-    {"no_name_by_name", windows7, byName,
-     [](PrintingMachine& m) { m.journal.before("printerSize", [&m] { m.office.name.reset(); }); },
-     "Error|umpd - Could not retrieve printer info - handle [0](0x0), [Office]|2097152\n", false,
-     false, false},
-    {"empty_name_by_handle", windows7, byHandle, [](PrintingMachine& m) { m.office.name = u""; },
-     "Error|umpd - Could not retrieve printer info|2097152\n", false, false, false},
-    {"no_low_memory", windows7, byHandle,
-     [](PrintingMachine& m) { m.journal.failAlways("allocateLow"); }, "", false, false, false},
-    {"no_launcher_on_nt_4", nt4, byHandle,
-     [](PrintingMachine& m) { m.machine.objects.dropElsewhere(u"tqpsend_pat_mutex"); },
+    {"null_name", windows7, [](auto& m) { return DocStart(m.records, nullptr); }, nothing,
+     "Error|DocStart - invalid printer name (null)\n\n", [](auto&) {}},
+    {"unknown_printer", windows7, [](auto& m) { return DocStart(m.records, u"Nobody"); }, nothing,
+     "Error|umpd - Could not open printer [Nobody]\n", [](auto&) {}},
+    {"no_information_by_name", windows7, byName, nothing,
+     "Error|umpd - Could not retrieve printer info - handle [0](0x0), [Office]\n",
+     [](auto& m) { m.journal.failAlways("printer"); }},
+    {"no_name_by_name", windows7, byName, nothing,
+     "Error|umpd - Could not retrieve printer info - handle [0](0x0), [Office]\n",
+     [](auto& m) { m.journal.before("printerSize", [&m] { m.office.name.reset(); }); }},
+    {"empty_name_by_handle", windows7, byHandle, nothing,
+     "Error|umpd - Could not retrieve printer info\n", [](auto& m) { m.office.name = u""; }},
+    {"no_low_memory", windows7, byHandle, nothing, "",
+     [](auto& m) { m.journal.failAlways("allocateLow"); }},
+    {"no_launcher_on_nt_4", nt4, byHandle, aJob,
      "Error:tqpmsnd.exe is not running.  Please run it before printing to Quillpress.|"
-     "File not found.\r\n|2097152\n",
-     true, false, false},
-    {"no_launcher", windows7, byHandle,
-     [](PrintingMachine& m) {
+     "File not found.\r\n\n",
+     [](auto& m) { m.stopLauncher(); }},
+    {"no_launcher", windows7, byHandle, aJob,
+     "Error:tqpmsnd.exe is not running - and attempt to start it failed.|File not found.\r\n\n",
+     [](auto& m) {
        m.set(u"showPrintStatusWin", u"0");
-       m.machine.objects.dropElsewhere(u"tqpsend_pat_mutex");
-     },
-     "Error:tqpmsnd.exe is not running - and attempt to start it failed.|"
-     "File not found.\r\n|2097152\n",
-     true, false, false},
-    {"no_file_name", windows7, byHandle,
-     [](PrintingMachine& m) {
+       m.stopLauncher();
+     }},
+    {"no_file_name", windows7, byHandle, aJob, "setOutputFilename failed|File not found.\r\n\n",
+     [](auto& m) {
        m.set(u"SaveFilenameAction", u"1");
        m.set(u"DefaultSaveFilename", u"taken");
        m.machine.files.addFile(u"C:\\out\\taken", "");
-     },
-     "setOutputFilename failed|File not found.\r\n|2097152\n", true, false, false},
-    {"no_file", windows7, byHandle,
-     [](PrintingMachine& m) { m.journal.failAlways("openForWriting"); }, "", true, false, false},
-    {"full_disk", windows7, byHandle, [](PrintingMachine& m) { m.machine.files.roomLeft = 2; }, "",
-     true, false, true},
-    {"no_driver_file_on_nt_4", nt4, byName,
-     [](PrintingMachine& m) { m.machine.files.systemDirectoryPath = u"C:\\nowhere"; },
-     "copyNameValuesToPrinterDriverConfigFile failed|Error string not found|2097152\n", true, true,
-     true},
-    {"printer_takes_less", windows7, byHandle,
-     [](PrintingMachine& m) {
+     }},
+    {"no_file", windows7, byHandle, aJob, "",
+     [](auto& m) { m.journal.failAlways("openForWriting"); }},
+    {"full_disk", windows7, byHandle, aFile, "", [](auto& m) { m.machine.files.roomLeft = 2; }},
+    {"no_driver_file_on_nt_4", nt4, byName, aWholeFile,
+     "copyNameValuesToPrinterDriverConfigFile failed|Error string not found\n",
+     [](auto& m) { m.machine.files.systemDirectoryPath = u"C:\\nowhere"; }},
+    {"printer_takes_less", windows7, byHandle, aJob, "",
+     [](auto& m) {
        m.set(u"passthru", u"1");
        m.machine.spooler.writeLimit = 2;
-     },
-     "", true, false, false},
+     }},
 };
 
 class JobFailure : public testing::TestWithParam<Failure> {};
@@ -215,14 +173,15 @@ TEST_P(JobFailure, IsReportedOnceAndLeavesNothing) {
   m.startLauncher();
   row.arrange(m);
   const JobHandle job = row.start(m);
-  EXPECT_EQ(job != 0, row.starts);
+  const bool writes = row.reach == aWholeFile;
+  EXPECT_EQ(job != 0, row.reach != nothing);
   EXPECT_TRUE(m.lockIsFree());
   if (job != 0) {
-    EXPECT_EQ(writeText(m, job, "%!PS"), row.writes ? 1u : 0u);
-    EXPECT_EQ(recordOf(job).status, row.writes ? 1u : 9u);
+    EXPECT_EQ(writeText(m, job, "%!PS"), writes ? 1u : 0u);
+    EXPECT_EQ(recordOf(job).status, writes ? 1u : 9u);
     EXPECT_TRUE(m.lockIsFree());
     const std::size_t calls = m.journal.calls().size();
-    if (!row.writes) {
+    if (!writes) {
       EXPECT_EQ(writeText(m, job, "more"), 0u);
       EXPECT_EQ(m.journal.calls().size(), calls);
     }
@@ -230,7 +189,7 @@ TEST_P(JobFailure, IsReportedOnceAndLeavesNothing) {
   }
   EXPECT_EQ(m.boxes(), row.boxes);
   EXPECT_EQ(m.leaks(), 0u);
-  EXPECT_EQ(m.machine.files.content(m.file).has_value(), row.leavesFile);
+  EXPECT_EQ(m.machine.files.content(m.file).has_value(), row.reach >= aFile);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, JobFailure, testing::ValuesIn(failures),
@@ -279,6 +238,12 @@ TEST(JobUnderFailures, LeavesNothingBehindWhereverItFails) {
 class JobTest : public testing::Test {
  protected:
   JobTest() { m.startLauncher(); }
+  // The lock stands before the job comes; a job holds it where it makes its file.
+  SimulatedObject& standingLock() {
+    m.machine.objects.holdElsewhere(SimulatedObject::Kind::mutex, u"Global\\umdriver");
+    m.journal.before("openForWriting", [this] { EXPECT_EQ(m.lock()->depth, 1u); });
+    return *m.lock();
+  }
   PrintingMachine m{windows7};
 };
 
@@ -293,6 +258,7 @@ TEST_F(JobTest, OnlyLiveRecordsAreHandles) {
   EXPECT_EQ(DocEnd(m.records, job), 1u);
   EXPECT_EQ(DocEnd(m.records, job), 0u);
   EXPECT_EQ(writeText(m, job, "x"), 0u);
+  EXPECT_TRUE(m.machine.messages.boxes[10].narrow);
   EXPECT_EQ(narrow(m.machine.messages.boxes[10].text), "DocEnd invalid parms");
   EXPECT_EQ(narrow(m.machine.messages.boxes[11].text), "DocWrite invalid parms");
 }
@@ -307,31 +273,24 @@ TEST_F(JobTest, NothingToWriteIsAFailureThatMakesTheFile) {
   }
 }
 
-TEST_F(JobTest, AFileThatCannotBeMadeIsAnnouncedAllTheSame) {
-  m.journal.failAlways("openForWriting");
-  const JobHandle job = byHandle(m);
-  writeText(m, job, "x");
-  m.journal.clear();
-  DocEnd(m.records, job);
-  EXPECT_EQ(m.story(),
-            "closeFile\nsetJob 7 5\n"
-            "launcher stopprint|Office|C:\\out\\Re port.pdf|Editor - Re port.doc\n");
-}
-
-TEST_F(JobTest, AJobInTroubleLosesItsFile) {
-  const JobHandle job = byHandle(m);
-  writeText(m, job, "x");
-  m.office.jobs[0].status = 1;
-  m.journal.clear();
-  DocEnd(m.records, job);
-  EXPECT_EQ(m.story(),
-            "closeFile\nremoveFile C:\\out\\Re port.pdf\nsetJob 7 5\n"
-            "launcher stopprint|Office|C:\\out\\Re port.pdf|Editor - Re port.doc\n");
-  EXPECT_FALSE(m.machine.files.content(m.file));
+TEST(Job, IsAnnouncedWithoutItsFileToo) {
+  for (const bool inTrouble : {false, true}) {
+    PrintingMachine m(windows7);
+    m.startLauncher();
+    m.journal.failAlways("openForWriting", !inTrouble);
+    const JobHandle job = byHandle(m);
+    writeText(m, job, "x");
+    m.office.jobs[0].status = inTrouble;
+    m.journal.clear();
+    DocEnd(m.records, job);
+    const std::string removed = inTrouble ? "removeFile C:\\out\\Re port.pdf\n" : "";
+    EXPECT_EQ(m.story(), "closeFile\n" + removed + deleted + announced);
+    EXPECT_FALSE(m.machine.files.content(m.file));
+  }
 }
 
 TEST_F(JobTest, TheLauncherIsStartedUntilItRuns) {
-  m.machine.objects.dropElsewhere(u"tqpsend_pat_mutex");
+  m.stopLauncher();
   m.set(u"showPrintStatusWin", u"0");
   m.machine.processes.program = [&](const ProcessRequest&) {
     if (m.machine.processes.started.size() == 10) m.startLauncher();
@@ -339,11 +298,14 @@ TEST_F(JobTest, TheLauncherIsStartedUntilItRuns) {
   const JobHandle job = byHandle(m);
   EXPECT_EQ(writeText(m, job, "x"), 1u);
   EXPECT_EQ(m.journal.count("createProcess"), 10u);
+  const ProcessRequest& request = m.machine.processes.started[0];
+  EXPECT_TRUE(request.commandLine.ends_with(u"\\drivers\\x64\\3\\tqpmsnd.exe"));
+  EXPECT_EQ(request.showState, 0u);
   EXPECT_EQ(m.journal.count("sleep"), 10u);
   EXPECT_EQ(m.journal.last("sleep"), u"540");
   EXPECT_EQ(m.journal.count("launcher"), 0u);
   // One that has gone meanwhile is not missed.
-  m.machine.objects.dropElsewhere(u"tqpsend_pat_mutex");
+  m.stopLauncher();
   EXPECT_EQ(DocEnd(m.records, job), 1u);
   EXPECT_EQ(m.boxes(), "");
 }
@@ -374,10 +336,8 @@ TEST_F(JobTest, ABrowserInProtectedModeWritesItsShadow) {
 }
 
 TEST_F(JobTest, AnAbandonedLockIsAcquired) {
-  SimulatedObject& lock =
-      m.machine.objects.holdElsewhere(SimulatedObject::Kind::mutex, u"Global\\umdriver");
+  SimulatedObject& lock = standingLock();
   lock.heldElsewhere = lock.abandoned = true;
-  m.journal.before("openForWriting", [&lock] { EXPECT_EQ(lock.depth, 1u); });
   const JobHandle job = byHandle(m);
   EXPECT_EQ(writeText(m, job, "x"), 1u);
   DocEnd(m.records, job);
@@ -390,9 +350,7 @@ TEST_F(JobTest, ALockThatCannotBeMadeIsOpenedOnceItStands) {
   const JobHandle job = byHandle(m);
   EXPECT_EQ(m.machine.messages.debugOutput,
             (std::vector<std::u16string>{u"CreateMutex failed ", u"Device not functioning.\r\n"}));
-  SimulatedObject& lock =
-      m.machine.objects.holdElsewhere(SimulatedObject::Kind::mutex, u"Global\\umdriver");
-  m.journal.before("openForWriting", [&lock] { EXPECT_EQ(lock.depth, 1u); });
+  SimulatedObject& lock = standingLock();
   EXPECT_EQ(writeText(m, job, "x"), 1u);
   DocEnd(m.records, job);
   EXPECT_EQ(lock.depth, 0u);
@@ -436,9 +394,9 @@ TEST_F(JobTest, SettingsAreReadWhileTheJobGoesOn) {
   EXPECT_EQ(getStringVal(m.records, job, u"imageDPI", text, std::size(text), u"5"), 0u);
   EXPECT_EQ(getStringMultibyte(m.records, job, "pdfaXML", bytes, sizeof bytes), 0u);
   EXPECT_EQ(m.boxes(),
-            "Error|getPrinterName invalid parms|2097152\n"
-            "Error|getStringVal invalid parms|2097152\n"
-            "Error|getStringMultibyte invalid parms|2097152\n");
+            "Error|getPrinterName invalid parms\n"
+            "Error|getStringVal invalid parms\n"
+            "Error|getStringMultibyte invalid parms\n");
 }
 
 TEST_F(JobTest, TheEndSetsDoPrintBack) {
@@ -446,7 +404,7 @@ TEST_F(JobTest, TheEndSetsDoPrintBack) {
   const JobHandle handle = byHandle(m);
   recordOf(handle).readDoPrint();
   EXPECT_EQ(DocEnd(m.records, handle), 1u);
-  EXPECT_EQ(m.stored(u"DoPrint"), u"0");
+  EXPECT_EQ(m.stored(u"DoPrint"), "0");
 }
 
 TEST_F(JobTest, SetupRunsForThePrinterOfTheHandle) {
@@ -486,13 +444,13 @@ TEST_F(JobTest, TheSecondDoorTakesTheEndInTwoSteps) {
   EXPECT_EQ(written, 5u);
   EXPECT_EQ(DrvSplStartDoc(m.records, {}, 0), nullptr);
   EXPECT_EQ(m.boxes(),
-            "Error|DrvSplEndDoc - invalid parms|2097152\n"
-            "Error|DrvSplStartPage invalid parms|2097152\n"
-            "Error|DrvSplEndPage invalid parms|2097152\n"
-            "Error|DrvSplAbort invalid parms|2097152\n"
-            "Error|DrvSplClose - invalid parms|2097152\n"
-            "Error|DrvSplWritePrinter - invalid parms|2097152\n"
-            "Error|umpd - No printer handle or name|2097152\n");
+            "Error|DrvSplEndDoc - invalid parms\n"
+            "Error|DrvSplStartPage invalid parms\n"
+            "Error|DrvSplEndPage invalid parms\n"
+            "Error|DrvSplAbort invalid parms\n"
+            "Error|DrvSplClose - invalid parms\n"
+            "Error|DrvSplWritePrinter - invalid parms\n"
+            "Error|umpd - No printer handle or name\n");
   EXPECT_EQ(m.leaks(), 0u);
 }
 

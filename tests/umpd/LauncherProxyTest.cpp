@@ -115,27 +115,6 @@ TEST_F(LauncherProxyTest, AListenersChannelWakesItAtTheEnd) {
   }
 }
 
-TEST_F(LauncherProxyTest, StartsTheLauncherHidden) {
-  EXPECT_TRUE(proxy.startLauncher());
-  ASSERT_EQ(machine.processes.started.size(), 1u);
-  const ProcessRequest request = machine.processes.started[0];
-  EXPECT_EQ(request.commandLine, u"C:\\windows\\system32\\spool\\drivers\\x64\\3\\tqpmsnd.exe");
-  EXPECT_EQ(request.creationFlags, 0u);
-  EXPECT_EQ(request.showState, 0u);
-  machine.journal.failAlways("createProcess");
-  EXPECT_FALSE(proxy.startLauncher());
-  launcherRuns();
-  EXPECT_TRUE(proxy.startLauncher());
-}
-
-TEST_F(LauncherProxyTest, ChannelsAreTheSessionsFromWindows2000On) {
-  for (const auto& [release, name] :
-       {std::pair(WindowsRelease::nt4, u"c_pat"), {WindowsRelease::windows2000, u"Local\\c_pat"}}) {
-    simulated.become(release);
-    EXPECT_EQ(buildChannelName(platform, u"c"), name);
-  }
-}
-
 using RunProcessTest = OnMachine;
 
 TEST_F(RunProcessTest, SetupRunsForALauncherOfDriverVersion2) {

@@ -1,10 +1,9 @@
-// The rules of naming that need no machine: escapes, the parts of a path, the text of XML.
+// The rules of naming that need no machine: escapes and the parts of a path.
 #include <gtest/gtest.h>
 
 #include "tests/umpd/Wide.h"
 #include "umpd/NameEscapes.h"
 #include "umpd/PathParts.h"
-#include "umpd/XmlText.h"
 
 namespace {
 
@@ -31,11 +30,6 @@ TEST(NameEscapes, AllowThisManyCharacters) {
 }
 
 TEST(PathParts, AreCutAtTheirRoom) {
-  const PathParts parts = splitPath(u"C:\\a.b/c.d.e");
-  EXPECT_EQ(parts.drive, u"C:");
-  EXPECT_EQ(parts.directory, u"\\a.b/");
-  EXPECT_EQ(parts.name, u"c.d");
-  EXPECT_EQ(parts.extension, u".e");
   const std::u16string a(300, u'a');
   const std::u16string path = u'\\' + a + u'\\' + a + u'.' + a;
   const PathParts cut = splitPath(path);
@@ -63,12 +57,6 @@ TEST(PathParts, AreShortenedAbove260Characters) {
     shortenPath(path);
     EXPECT_EQ(narrow(path), expected);
   }
-}
-
-TEST(XmlText, IsEscaped) {
-  EXPECT_EQ(escapeXmlText(u""), u"");
-  EXPECT_EQ(narrow(escapeXmlText(u"a<b>&\"c'\t\n\x1f\x10\u00e9 \x7f")),
-            "a&lt;b&gt;&amp;&quot;c&apos;&#x9;&#xa;&#x1f;&#x10;\xe9 \x7f");
 }
 
 }  // namespace

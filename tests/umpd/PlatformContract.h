@@ -54,6 +54,10 @@ class PlatformContract : public testing::TestWithParam<MakeContractMachine> {
 
   std::unique_ptr<ContractMachine> machine = GetParam()();
   Platform& platform = machine->platform;
+  Registry& registry = platform.registry;
+  Spooler& spooler = platform.spooler;
+  NamedObjects& objects = platform.objects;
+  Files& files = platform.files;
 
  private:
   // Stay loaded, as the functions are called.

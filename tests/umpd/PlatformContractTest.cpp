@@ -1,7 +1,9 @@
 #include "tests/umpd/PlatformContract.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <set>
 
 #include "umpd/PrinterInfo.h"
 #include "umpd/SecurityAttributesHolder.h"
@@ -10,10 +12,9 @@
 ContractMachine::~ContractMachine() = default;
 
 bool PlatformContract::writeFile(const std::u16string& path, const std::string& content) {
-  const OwnedFile file(platform.files,
-                       platform.files.openForWriting(path, Disposition::createAlways));
+  const OwnedFile file(files, files.openForWriting(path, Disposition::createAlways));
   std::uint32_t written = 0;
-  return platform.files.write(file.get(), std::as_bytes(std::span(content)), written) &&
+  return files.write(file.get(), std::as_bytes(std::span(content)), written) &&
          written == content.size();
 }
 
@@ -39,10 +40,7 @@ class SimulatedContractMachine : public ContractMachine {
     parts.files.addDirectory(folder);
     parts.spooler.add(printer, port);
     parts.processes.programExitCode = 3;
-    Sid sid;
-    sid.valid = true;
-    sid.authority[5] = 5;
-    sid.subAuthorities = {21, 1, 2, 3, 1000};
+    const Sid sid{true, {0, 0, 0, 0, 0, 5}, {21, 1, 2, 3, 1000}};
     parts.accounts.accounts = {{u"", parts.accounts.user, sid}};
   }
 
@@ -52,12 +50,9 @@ class SimulatedContractMachine : public ContractMachine {
   }
 
   std::uint32_t startJob(const std::u16string& document) override {
-    SimulatedSpooler& spooler = simulated_->machine.spooler;
-    JobInfo job;
-    job.jobId = ++lastJob_;
-    job.position = lastJob_;
-    job.document = document;
-    spooler.find(printer)->jobs.push_back(job);
+    ++lastJob_;
+    simulated_->machine.spooler.find(printer)->jobs.push_back(
+        {.jobId = lastJob_, .document = document, .statusText = {}, .position = lastJob_});
     return lastJob_;
   }
 
@@ -101,7 +96,6 @@ TEST_P(PlatformContract, ModulesAndFunctionsMayBeAbsent) {
 }
 
 TEST_P(PlatformContract, KeysAreCreatedOnceOnTheirWholeWay) {
-  Registry& registry = platform.registry;
   EXPECT_FALSE(registry.openKey(keyCurrentUser, machine->key, readWrite));
   const CreatedKey deep = registry.createKey(keyCurrentUser, machine->key + u"\\a\\b\\", readWrite);
   EXPECT_TRUE(deep.key);
@@ -118,7 +112,6 @@ TEST_P(PlatformContract, KeysAreCreatedOnceOnTheirWholeWay) {
 }
 
 TEST_P(PlatformContract, ValuesComeBackAsTheyWent) {
-  Registry& registry = platform.registry;
   const OwnedKey key = registry.createKey(keyCurrentUser, machine->key, readWrite).key;
   EXPECT_TRUE(registry.writeText(key.get(), u"Text", u"\u00E4b"));
   EXPECT_TRUE(registry.writeDword(key.get(), u"number", 0xFEDCBA98));
@@ -143,7 +136,6 @@ TEST_P(PlatformContract, ValuesComeBackAsTheyWent) {
 }
 
 TEST_P(PlatformContract, AHandleAllowsWhatItWasOpenedFor) {
-  Registry& registry = platform.registry;
   const OwnedKey reader = registry.createKey(keyCurrentUser, machine->key, 1).key;
   const OwnedKey writer = registry.openKey(keyCurrentUser, machine->key, 2);
   EXPECT_FALSE(registry.writeDword(reader.get(), u"n", 1));
@@ -155,7 +147,6 @@ TEST_P(PlatformContract, AHandleAllowsWhatItWasOpenedFor) {
 }
 
 TEST_P(PlatformContract, ValuesAreWalkedInSizesThatTheKeyTells) {
-  Registry& registry = platform.registry;
   const OwnedKey key = registry.createKey(keyCurrentUser, machine->key, readWrite).key;
   registry.writeText(key.get(), u"longest", u"1234");
   registry.writeDword(key.get(), u"n", 7);
@@ -164,27 +155,26 @@ TEST_P(PlatformContract, ValuesAreWalkedInSizesThatTheKeyTells) {
   EXPECT_EQ(info->valueCount, 2u);
   EXPECT_EQ(info->longestName, 7u);
   EXPECT_EQ(info->longestData, 10u);
-  std::vector<std::u16string> names;
+  std::set<std::u16string> names;
   for (std::uint32_t i = 0; i < 2; ++i) {
     const RegistryValue value = registry.enumerateValue(key.get(), i, 8, 10);
     EXPECT_TRUE(value.ok());
-    names.push_back(value.name);
+    names.insert(value.name);
     if (value.name != u"longest") continue;
     EXPECT_EQ(value.text(), u"1234");
     EXPECT_EQ(registry.enumerateValue(key.get(), i, 7, 10).answer, RegistryAnswer::failed);
     EXPECT_EQ(registry.enumerateValue(key.get(), i, 8, 9).answer, RegistryAnswer::failed);
   }
-  std::sort(names.begin(), names.end());
-  EXPECT_EQ(names, (std::vector<std::u16string>{u"longest", u"n"}));
+  EXPECT_EQ(names, (std::set<std::u16string>{u"longest", u"n"}));
   EXPECT_EQ(registry.enumerateValue(key.get(), 2, 8, 10).answer, RegistryAnswer::absent);
 }
 
 TEST_P(PlatformContract, TheCallOpensTheHiveOfTheUser) {
   const auto call = function(u"Advapi32.DLL", "RegOpenCurrentUser");
-  const OwnedKey hive = platform.registry.openCurrentUser(call, 2 | 4);
+  const OwnedKey hive = registry.openCurrentUser(call, 2 | 4);
   ASSERT_TRUE(hive);
-  EXPECT_TRUE(platform.registry.createKey(hive.get(), machine->key, 2).created);
-  EXPECT_TRUE(platform.registry.openKey(keyCurrentUser, machine->key, 1));
+  EXPECT_TRUE(registry.createKey(hive.get(), machine->key, 2).created);
+  EXPECT_TRUE(registry.openKey(keyCurrentUser, machine->key, 1));
 }
 
 TEST_P(PlatformContract, ProfileSectionsAreTextsWithTerminators) {
@@ -206,7 +196,6 @@ TEST_P(PlatformContract, ProfileSectionsAreTextsWithTerminators) {
 }
 
 TEST_P(PlatformContract, APrinterIsAskedForItsSizeThenForItself) {
-  Spooler& spooler = platform.spooler;
   const DevMode mode = buildDevMode(machine->printer);
   EXPECT_FALSE(spooler.openPrinter(u"No such printer", mode, printerAccessUse));
   EXPECT_EQ(platform.messages.lastError(), 1801u);
@@ -231,19 +220,18 @@ TEST_P(PlatformContract, APrinterIsAskedForItsSizeThenForItself) {
 }
 
 TEST_P(PlatformContract, AllPrintersAreListed) {
-  const std::uint32_t size = platform.spooler.printersSize();
+  const std::uint32_t size = spooler.printersSize();
   ASSERT_GT(size, 0u);
-  const auto printers = platform.spooler.printers(size);
+  const auto printers = spooler.printers(size);
   ASSERT_TRUE(printers);
   EXPECT_EQ(
       std::count_if(printers->begin(), printers->end(),
                     [&](const PrinterInfo& each) { return each.printerName == machine->printer; }),
       1);
-  EXPECT_FALSE(platform.spooler.printers(size - 1));
+  EXPECT_FALSE(spooler.printers(size - 1));
 }
 
 TEST_P(PlatformContract, TheDriverDirectoryReadsTheSameInBothForms) {
-  Spooler& spooler = platform.spooler;
   const std::uint32_t size = spooler.driverDirectorySize(false);
   const auto directory = spooler.driverDirectory(false, size);
   ASSERT_TRUE(directory);
@@ -254,7 +242,6 @@ TEST_P(PlatformContract, TheDriverDirectoryReadsTheSameInBothForms) {
 }
 
 TEST_P(PlatformContract, JobsAreCountedListedAndDeleted) {
-  Spooler& spooler = platform.spooler;
   const OwnedPrinter printer =
       spooler.openPrinter(machine->printer, buildDevMode(machine->printer), printerAccessUse);
   const SizeAnswer empty = spooler.jobsSize(printer.get(), 0, 1);
@@ -298,7 +285,6 @@ TEST_P(PlatformContract, DescriptorsTakeListsOnceInitialized) {
 }
 
 TEST_P(PlatformContract, ObjectsLiveWhileSomebodyHoldsThem) {
-  NamedObjects& objects = platform.objects;
   SecurityAttributesHolder holder;
   const SecurityAttributes* security = buildSecurityAttributes(platform, holder);
   EXPECT_FALSE(objects.openMutex(u"Local\\contract"));
@@ -319,7 +305,6 @@ TEST_P(PlatformContract, ObjectsLiveWhileSomebodyHoldsThem) {
 }
 
 TEST_P(PlatformContract, AnEventWakesOneWaiter) {
-  NamedObjects& objects = platform.objects;
   const OwnedObject event = objects.createEvent(nullptr, u"Local\\contract_event");
   const OwnedObject same = objects.openEvent(u"Local\\contract_event");
   EXPECT_EQ(objects.wait(event.get(), 1), WaitAnswer::timedOut);
@@ -332,7 +317,6 @@ TEST_P(PlatformContract, AnEventWakesOneWaiter) {
 }
 
 TEST_P(PlatformContract, AMutexIsHeldAsOftenAsItWasWaitedFor) {
-  NamedObjects& objects = platform.objects;
   const OwnedObject mutex = objects.createMutex(nullptr, u"Global\\contract_mutex");
   EXPECT_FALSE(objects.releaseMutex(mutex.get()));
   EXPECT_EQ(platform.messages.lastError(), 288u);
@@ -350,7 +334,6 @@ TEST_P(PlatformContract, AMutexIsHeldAsOftenAsItWasWaitedFor) {
 }
 
 TEST_P(PlatformContract, ViewsOfAMappingShowOneMemory) {
-  NamedObjects& objects = platform.objects;
   const OwnedObject made = objects.createMapping(nullptr, u"Local\\contract_sm", 1303);
   ASSERT_TRUE(made);
   const OwnedView first = objects.mapView(made.get());
@@ -368,7 +351,6 @@ TEST_P(PlatformContract, ViewsOfAMappingShowOneMemory) {
 }
 
 TEST_P(PlatformContract, FilesAreWrittenAndShared) {
-  Files& files = platform.files;
   const std::u16string path = inFolder(u"out.pdf");
   EXPECT_FALSE(files.attributes(path));
   EXPECT_TRUE(writeFile(path, "first text"));
@@ -403,7 +385,6 @@ TEST_P(PlatformContract, FilesAreWrittenAndShared) {
 }
 
 TEST_P(PlatformContract, DirectoriesAreMadeOneAtATime) {
-  Files& files = platform.files;
   EXPECT_FALSE(files.makeDirectory(inFolder(u"a\\b")));
   EXPECT_EQ(platform.messages.lastError(), 3u);
   EXPECT_TRUE(files.makeDirectory(inFolder(u"a")));
@@ -425,16 +406,14 @@ TEST_P(PlatformContract, DirectoriesAreMadeOneAtATime) {
 }
 
 TEST_P(PlatformContract, ALineEndsAtItsEndOrAtTheLimit) {
-  const struct {
-    std::string content;
-    std::string line;
-  } cases[] = {{"", ""},          {"name", "name"},           {"name\r\nsecond", "name\n"},
-               {"\nx", "\n"},     {"0123456789", "01234567"}, {"0123456\r\n", "0123456\n"},
-               {"ab\0cd\n", "ab"}};
-  EXPECT_FALSE(platform.files.readLine(inFolder(u"none"), 8));
+  const std::pair<std::string, std::string> cases[] = {
+      {"", ""},          {"name", "name"},           {"name\r\nsecond", "name\n"},
+      {"\nx", "\n"},     {"0123456789", "01234567"}, {"0123456\r\n", "0123456\n"},
+      {"ab\0cd\n", "ab"}};
+  EXPECT_FALSE(files.readLine(inFolder(u"none"), 8));
   for (const auto& [content, line] : cases) {
     ASSERT_TRUE(writeFile(inFolder(u"line.txt"), content));
-    EXPECT_EQ(platform.files.readLine(inFolder(u"line.txt"), 8), line);
+    EXPECT_EQ(files.readLine(inFolder(u"line.txt"), 8), line);
   }
 }
 
@@ -444,7 +423,7 @@ TEST_P(PlatformContract, AProgramIsWaitedForAndTellsItsCode) {
   request.showState = std::uint16_t{0};
   const OwnedObject process = platform.processes.create(request);
   ASSERT_TRUE(process);
-  EXPECT_EQ(platform.objects.wait(process.get(), noTimeLimit), WaitAnswer::signalled);
+  EXPECT_EQ(objects.wait(process.get(), noTimeLimit), WaitAnswer::signalled);
   EXPECT_EQ(platform.processes.exitCode(process.get()), 3u);
   EXPECT_FALSE(platform.processes.exitCode(ObjectHandle{0x1234567}));
   EXPECT_NE(platform.processes.currentThreadId(), 0u);
@@ -476,10 +455,8 @@ TEST_P(PlatformContract, TheClockRunsInMillisecondsAndInLocalTime) {
   const std::int64_t leapDay = 951782400;  // 2000-02-29T00:00:00Z
   const auto local = clock.localTime(leapDay - clock.timeZoneBias() * -60);
   ASSERT_TRUE(local);
-  EXPECT_EQ(local->year, 2000);
-  EXPECT_EQ(local->month, 2);
-  EXPECT_EQ(local->day, 29);
-  EXPECT_EQ(local->hour * 60 + local->minute, 0);
+  EXPECT_EQ((std::array{local->year, local->month, local->day, local->hour, local->minute}),
+            (std::array{2000, 2, 29, 0, 0}));
   EXPECT_GT(clock.now(), leapDay);
 }
 
@@ -499,7 +476,7 @@ TEST_P(PlatformContract, ErrorsHaveTextsAndLastUntilReported) {
   EXPECT_FALSE(text->empty());
   EXPECT_FALSE(messages.errorText(0x2FFFFFFF));
   {
-    OwnedObject event = platform.objects.createEvent(nullptr, u"contract_last");
+    OwnedObject event = objects.createEvent(nullptr, u"contract_last");
     OwnedView none;
     messages.setLastError(77);
   }

@@ -14,11 +14,12 @@ const std::u16string driverFolder = u"C:\\windows\\system32\\spool\\drivers\\x64
 
 class PrinterSettingsTest : public OnMachine {
  protected:
-  std::string inMap(const PrinterSettings& settings, std::u16string_view key) {
-    const std::u16string* value = settings.params.find(key);
+  std::string inMap(std::u16string_view key, const PrinterSettings* of = nullptr) {
+    const std::u16string* value = (of ? *of : settings).params.find(key);
     return value ? narrow(*value) : "(none)";
   }
   SimulatedRegistry& registry = machine.registry;
+  PrinterSettings settings{platform};
 };
 
 TEST_F(PrinterSettingsTest, TheDefaultNameIsTheStoredOneIfThereIsRoom) {
@@ -34,7 +35,6 @@ TEST_F(PrinterSettingsTest, TheDefaultNameIsTheStoredOneIfThereIsRoom) {
 TEST_F(PrinterSettingsTest, NamesArePlainOrInPortForm) {
   machine.spooler.add(u"Foreign", u"\\\\server\\laser", u"Another Driver");
   machine.spooler.add(u"Office", u"\\\\server\\laser");
-  PrinterSettings settings(platform);
   settings.setPrinterName(u",,server,laser");
   EXPECT_EQ(settings.printerName, u"Office");
   EXPECT_EQ(settings.effectiveName(), u",,server,laser");
@@ -44,11 +44,11 @@ TEST_F(PrinterSettingsTest, NamesArePlainOrInPortForm) {
   settings.params.set(u"passthru", u"1");
   settings.setPrinterName(u"Plain");
   EXPECT_EQ(settings.effectiveName(), u"Plain");
-  EXPECT_EQ(inMap(settings, u"passthru"), "1");
+  EXPECT_EQ(inMap(u"passthru"), "1");
   settings.setPrinterName(u"\\\\nobody");
   settings.setPrinterName({});
   EXPECT_EQ(settings.effectiveName(), u"Tarnwick Quillpress");
-  EXPECT_EQ(inMap(settings, u"passthru"), "(none)");
+  EXPECT_EQ(inMap(u"passthru"), "(none)");
 }
 
 TEST_F(PrinterSettingsTest, LoadsNumbersAndTextsAndNothingElse) {
@@ -57,13 +57,12 @@ TEST_F(PrinterSettingsTest, LoadsNumbersAndTextsAndNothingElse) {
   registry.setText(defaultKey, u"empty", u"");
   registry.setDword(defaultKey, u"", 5);
   registry.setValue(defaultKey, u"expandable", 2, std::vector<std::byte>(4));
-  PrinterSettings settings(platform);
   settings.params.set(u"stale", u"1");
   EXPECT_TRUE(settings.loadSettings());
   EXPECT_EQ(settings.params.pairs().size(), 3u);
-  EXPECT_EQ(inMap(settings, u"BIG"), "4294967295");
-  EXPECT_EQ(inMap(settings, u"text"), "a b");
-  EXPECT_EQ(inMap(settings, u"empty"), "");
+  EXPECT_EQ(inMap(u"BIG"), "4294967295");
+  EXPECT_EQ(inMap(u"text"), "a b");
+  EXPECT_EQ(inMap(u"empty"), "");
   EXPECT_EQ(machine.journal.count("writeValue"), 0u);  // the key stood
 }
 
@@ -71,15 +70,15 @@ TEST_F(PrinterSettingsTest, WithoutARegistryTheMapStays) {
   registry.makeKey(defaultKey);
   for (const char* operation : {"openCurrentUser", "createKey", "writeValue", "queryInfo"}) {
     machine.journal.failAlways(operation);
-    PrinterSettings settings(platform);
-    EXPECT_EQ(settings.printerName, u"Tarnwick Quillpress");
-    settings.params.set(u"kept", u"1");
+    PrinterSettings each(platform);
+    EXPECT_EQ(each.printerName, u"Tarnwick Quillpress");
+    each.params.set(u"kept", u"1");
     const bool readable = std::string_view(operation) == "writeValue";
-    EXPECT_EQ(settings.loadSettings(), readable) << operation;
-    EXPECT_EQ(inMap(settings, u"kept"), readable ? "(none)" : "1");
+    EXPECT_EQ(each.loadSettings(), readable) << operation;
+    EXPECT_EQ(inMap(u"kept", &each), readable ? "(none)" : "1");
     const bool writable = std::string_view(operation) == "queryInfo";
-    EXPECT_EQ(settings.setRegistryString(u"DocName", u"x"), writable);
-    EXPECT_EQ(inMap(settings, u"DocName"), writable ? "x" : "(none)");
+    EXPECT_EQ(each.setRegistryString(u"DocName", u"x"), writable);
+    EXPECT_EQ(inMap(u"DocName", &each), writable ? "x" : "(none)");
     machine.journal.failAlways(operation, false);
   }
   EXPECT_EQ(simulated.openHandles(), 0u);
@@ -89,7 +88,6 @@ TEST_F(PrinterSettingsTest, ANewKeyGetsTheDefaultsAndTheInstallationsOverThem) {
   const std::u16string config = driverFolder + u"tqpconf.ini";
   machine.profiles.setSection(config, u"init", {u"imageDPI=600", u"resIndex=0x7"});
   machine.profiles.setSection(config, u",,srv,Office", {u"imageDPI=1200"});
-  PrinterSettings settings(platform);
   settings.setPrinterName(u"\\\\srv\\Office");
   EXPECT_TRUE(settings.loadSettings());
   EXPECT_EQ(registry.shown(topKey, u"printerName"), u"\\\\srv\\Office");
@@ -109,7 +107,7 @@ TEST_F(PrinterSettingsTest, ANewKeyGetsTheDefaultsAndTheInstallationsOverThem) {
   EXPECT_EQ(settings.params.pairs().size(), std::size(expected));
   for (const auto& [name, value] : expected) {
     EXPECT_EQ(narrow(registry.shown(key, name)), value);
-    EXPECT_EQ(inMap(settings, name), value);
+    EXPECT_EQ(inMap(name), value);
   }
   EXPECT_EQ(registry.value(key, u"imageDPI")->type, registryDword);
 }
@@ -121,33 +119,20 @@ TEST_F(PrinterSettingsTest, DefaultsDoWithoutFoldersAndWithoutEachOther) {
   machine.journal.before("writeValue", [this] {
     machine.journal.failAlways("writeValue", machine.journal.last("writeValue") == u"NextAction");
   });
-  PrinterSettings settings(platform);
   settings.loadSettings();
-  EXPECT_EQ(inMap(settings, u"NextAction"), "(none)");
-  EXPECT_EQ(inMap(settings, u"DefaultSaveDir"), "c:\\");
-  EXPECT_EQ(inMap(settings, u"LastDir"), "c:\\");
-  EXPECT_EQ(inMap(settings, u"ExecCmdLine"), "(none)");
+  EXPECT_EQ(inMap(u"NextAction"), "(none)");
+  EXPECT_EQ(inMap(u"DefaultSaveDir"), "c:\\");
+  EXPECT_EQ(inMap(u"LastDir"), "c:\\");
+  EXPECT_EQ(inMap(u"ExecCmdLine"), "(none)");
 
   platform.process.driverDirectory.clear();
   machine.spooler.driverDirectoryPath.pop_back();
   settings.writeDefaultSettings();
-  EXPECT_EQ(inMap(settings, u"ExecCmdLine").size(), 259u);
-  EXPECT_EQ(inMap(settings, u"printerName"), "Tarnwick Quillpress");
-}
-
-TEST_F(PrinterSettingsTest, NumbersAreWhatATextBeginsWith) {
-  PrinterSettings settings(platform);
-  const std::pair<const char*, std::uint32_t> cases[] = {
-      {"12ab", 12}, {"ab", 0}, {"", 0}, {" \t7", 7}, {"-1", 0xFFFFFFFF}, {"4294967297", 1}};
-  for (const auto& [text, value] : cases) {
-    settings.params.set(u"PASSTHRU", wide(text));
-    EXPECT_EQ(settings.getSettingInt(u"passthru", 9), value) << text;
-  }
-  EXPECT_EQ(settings.getSettingInt(u"other", 9), 9u);
+  EXPECT_EQ(inMap(u"ExecCmdLine").size(), 259u);
+  EXPECT_EQ(inMap(u"printerName"), "Tarnwick Quillpress");
 }
 
 TEST_F(PrinterSettingsTest, TextsAreHeldToTheBufferAndDefaultsAreNot) {
-  PrinterSettings settings(platform);
   settings.params.set(u"four", u"abcd");
   settings.params.set(u"none", u"");
   const auto read = [&](std::u16string_view key, std::size_t size, const char16_t* fallback) {
@@ -162,7 +147,6 @@ TEST_F(PrinterSettingsTest, TextsAreHeldToTheBufferAndDefaultsAreNot) {
 }
 
 TEST_F(PrinterSettingsTest, TheDriversFileHoldsItsNineSettings) {
-  PrinterSettings settings(platform);
   const std::u16string path = u"C:\\windows\\system32\\tqpcfg.1";
   machine.files.addFile(path, "what stood there before");
   EXPECT_TRUE(settings.copyNameValuesToPrinterDriverConfigFile());

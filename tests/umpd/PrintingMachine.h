@@ -2,30 +2,82 @@
 // with one job in its queue, and a launcher that writes what it is told into the journal.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <string_view>
 
+#include "tests/umpd/Wide.h"
 #include "umpd/JobRecords.h"
+#include "umpd/LauncherStruct.h"
 #include "umpd/platform/simulated/SimulatedPlatform.h"
 
 class PrintingMachine {
  public:
-  explicit PrintingMachine(WindowsRelease windowsRelease);
+  explicit PrintingMachine(WindowsRelease windowsRelease) : release(windowsRelease) {
+    simulated.become(release);
+    machine.accounts.accounts = {{u"", u"pat", Sid{true, {0, 0, 0, 0, 0, 5}, {21}}}};
+    machine.registry.makeKey(u"HKU\\S-1-5-21");
+    office.jobs = {{.jobId = jobNumber, .document = document, .statusText = {}, .position = 1}};
+    machine.files.addDirectory(u"C:\\out");
+    set(u"DefaultSaveDir", u"C:\\out");
+    journal.before("wait", [this] { answerAsLauncher(); });
+  }
 
   // Now, or when it is started as a program.
-  void startLauncher();
-  void launcherStartsOnDemand();
-  void set(const std::u16string& setting, const std::u16string& value);
-  std::u16string stored(const std::u16string& setting) const;
+  void startLauncher() {
+    machine.objects.holdElsewhere(SimulatedObject::Kind::mutex, channel + u"_mutex");
+    machine.objects.holdElsewhere(SimulatedObject::Kind::event, channel + u"_event");
+  }
+  void launcherStartsOnDemand() {
+    machine.processes.program = [this](const ProcessRequest&) { startLauncher(); };
+  }
+  void stopLauncher() { machine.objects.dropElsewhere(channel + u"_mutex"); }
+
+  void set(const std::u16string& setting, const std::u16string& value) {
+    machine.registry.setText(printerKey, setting, value);
+  }
+  std::string stored(const std::u16string& setting) const {
+    return narrow(machine.registry.shown(printerKey, setting));
+  }
 
   // What a job did that others can see, an operation a line.
-  std::string story() const;
-  // "caption|text|flags" of each box, an "\n" behind each.
-  std::string boxes() const;
+  std::string story() const {
+    constexpr std::string_view told[] = {"createMutex",  "createProcess",  "launcher",
+                                         "writePrinter", "openForWriting", "closeFile",
+                                         "removeFile",   "setJob"};
+    std::string story;
+    for (const auto& [operation, detail] : journal.calls())
+      if (std::ranges::find(told, operation) != std::end(told) ||
+          detail.ends_with(u"FinishPrintEv"))
+        story += operation + (detail.empty() ? "" : " ") + narrow(detail) + "\n";
+    return story;
+  }
+  // "caption|text" of each box, an "\n" behind each. All of them stand above the other windows.
+  std::string boxes() const {
+    std::string all;
+    for (const auto& box : machine.messages.boxes) {
+      all += narrow(box.caption) + "|" + narrow(box.text) + "\n";
+      EXPECT_EQ(box.flags, 0x200000u);
+    }
+    return all;
+  }
   // Beside what the process keeps for all its life and the handle that the test has.
-  std::size_t leaks() const;
-  bool lockIsFree();
-  SimulatedObject* lock();
+  std::size_t leaks() const {
+    const ProcessState& kept = simulated.platform.process;
+    const std::size_t expected = 1u + static_cast<bool>(kept.domainControllerMapping) +
+                                 static_cast<bool>(kept.domainControllerView);
+    return simulated.openHandles() - expected;
+  }
+  SimulatedObject* lock() {
+    return machine.objects.find(hasPrefixes ? u"Global\\umdriver" : u"umdriver");
+  }
+  // One whose release the machine refused is nobody's fault.
+  bool lockIsFree() {
+    return !lock() || lock()->depth == 0 || journal.pickedOperation() == "releaseMutex";
+  }
 
   WindowsRelease release;
   SimulatedPlatform simulated;
@@ -40,7 +92,22 @@ class PrintingMachine {
   static constexpr const char16_t* file = u"C:\\out\\Re port.pdf";
 
  private:
-  void answerAsLauncher();
-  std::u16string channel() const;
-  std::u16string printerKey() const;
+  void answerAsLauncher() {
+    SimulatedObject* const event = machine.objects.find(channel + u"_event");
+    if (!event || !event->signalled) return;
+    event->signalled = false;
+    const SimulatedObject* const mapping = machine.objects.find(channel + u"_sm");
+    const auto* const message = reinterpret_cast<const LauncherStruct*>(mapping->bytes.data());
+    std::string words = message->command;
+    for (const char* field : {message->printerName, message->outputFile, message->docName})
+      if (*field) words += std::string("|") + field;
+    journal.note("launcher", wide(words));
+    machine.objects.find(channel + u"_end")->signalled = true;
+  }
+
+  const bool hasPrefixes = release != WindowsRelease::windows98 && release != WindowsRelease::nt4;
+  const std::u16string channel = hasPrefixes ? u"Local\\tqpsend_pat" : u"tqpsend_pat";
+  const std::u16string printerKey =
+      std::u16string(release == WindowsRelease::nt4 ? u"HKU\\S-1-5-21" : u"HKCU") +
+      u"\\Software\\Quillpress\\Office";
 };

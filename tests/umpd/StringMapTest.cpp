@@ -35,13 +35,11 @@ TEST_F(StringMapTest, TheHundredAndNinetyFirstKeyIsLostButAnyOtherIsReplaced) {
 }
 
 TEST(WideText, DecimalValueTakesLeadingDigits) {
-  const struct {
-    std::u16string_view text;
-    std::uint32_t value;
-  } cases[] = {{u"", 0},           {u"007", 7},           {u"12ab", 12},
-               {u"ab12", 0},       {u" \t5", 5},          {u"-1", 0xFFFFFFFF},
-               {u"+3", 3},         {u"- 3", 0},           {u"0x10", 0},
-               {u"4294967297", 1}, {u"4294967295x", ~0u}, {u"\u0661", 0}};
+  const std::pair<std::u16string_view, std::uint32_t> cases[] = {
+      {u"", 0},           {u"007", 7},           {u"12ab", 12},
+      {u"ab12", 0},       {u" \t5", 5},          {u"-1", 0xFFFFFFFF},
+      {u"+3", 3},         {u"- 3", 0},           {u"0x10", 0},
+      {u"4294967297", 1}, {u"4294967295x", ~0u}, {u"\u0661", 0}};
   for (const auto& [text, value] : cases)
     EXPECT_EQ(decimalValue(text), value) << testing::PrintToString(std::u16string(text));
 }

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "tests/umpd/OnMachine.h"
+#include "tests/umpd/Wide.h"
 #include "umpd/SecurityAttributesHolder.h"
 
 namespace {
@@ -11,11 +12,7 @@ const std::u16string record = u"DomainControllerData";
 const std::u16string sidText = u"S-1-5-21-1-2-3";
 
 Sid sidOf(std::vector<std::uint32_t> subAuthorities) {
-  Sid sid;
-  sid.valid = true;
-  sid.authority = {0, 0, 0, 0, 0, 5};
-  sid.subAuthorities = std::move(subAuthorities);
-  return sid;
+  return {true, {0, 0, 0, 0, 0, 5}, std::move(subAuthorities)};
 }
 
 class UserHiveTest : public OnMachine {
@@ -116,7 +113,7 @@ TEST_F(UserHiveTest, TheControllerIsLookedUpOnceASession) {
   EXPECT_EQ(machine.clock.ticks, 1000000u);
 }
 
-TEST_F(UserHiveTest, AMachineWithoutADomainHasAnAnswerOneWithoutTheCallHasNot) {
+TEST_F(UserHiveTest, ANameNeedsADomainTheCallAndTheRecord) {
   EXPECT_EQ(getDomainControllerName(platform), u"");
   EXPECT_EQ(state(), std::byte{'r'});
   platform.process = {};
@@ -129,6 +126,13 @@ TEST_F(UserHiveTest, AMachineWithoutADomainHasAnAnswerOneWithoutTheCallHasNot) {
   EXPECT_EQ(state(), std::byte{0});
   machine.modules.present[u"netapi32.dll"] = {"NetGetDCName", "NetApiBufferFree"};
   machine.accounts.controller = std::u16string(300, u'd');
+  platform.process = {};
+  for (const auto* operation : {"mapView", "createMapping"}) {
+    machine.journal.failAlways(operation);
+    EXPECT_EQ(getDomainControllerName(platform), u"");
+    EXPECT_EQ(simulated.openHandles(), 0u) << operation;
+    machine.journal.failAlways(operation, false);
+  }
   EXPECT_EQ(getDomainControllerName(platform), std::u16string(259, u'd'));
 }
 
@@ -147,72 +151,53 @@ TEST_F(UserHiveTest, AnotherProcessAtWorkIsWaitedForAMinute) {
   EXPECT_EQ(machine.clock.ticks, 0xFFFFFF00 + 69u * 876) << "the first look at 60000 or beyond";
 }
 
-TEST_F(UserHiveTest, WithoutTheRecordThereIsNoName) {
-  machine.accounts.controller = u"\\\\DC1";
-  for (const auto* operation : {"mapView", "createMapping"}) {
-    machine.journal.failAlways(operation);
-    EXPECT_EQ(getDomainControllerName(platform), u"");
-    EXPECT_EQ(simulated.openHandles(), 0u) << operation;
-    machine.journal.failAlways(operation, false);
-  }
-  EXPECT_EQ(getDomainControllerName(platform), u"\\\\DC1");
-}
-
 TEST_F(OnMachine, SecurityAttributesLetEverybodyIn) {
-  const struct {
-    WindowsRelease release;
-    bool given;
-    std::string label;
-  } cases[] = {{WindowsRelease::windows98, false, ""},
-               {WindowsRelease::nt4, true, ""},
-               {WindowsRelease::windows2000, true, ""},
-               {WindowsRelease::vista, true, "S:(ML;;NW;;;LW)"}};
-  for (const auto& each : cases) {
-    simulated.become(each.release);
+  const std::pair<WindowsRelease, const char*> labels[] = {
+      {WindowsRelease::windows98, nullptr},
+      {WindowsRelease::nt4, ""},
+      {WindowsRelease::windows2000, ""},
+      {WindowsRelease::vista, "S:(ML;;NW;;;LW)"}};
+  for (const auto& [release, label] : labels) {
+    simulated.become(release);
     SecurityAttributesHolder holder;
     const SecurityAttributes* attributes = buildSecurityAttributes(platform, holder);
-    ASSERT_EQ(attributes != nullptr, each.given);
+    ASSERT_EQ(attributes != nullptr, label != nullptr);
     const OwnedObject mutex = platform.objects.createMutex(attributes, u"m");
     const SimulatedObject& made = *machine.objects.find(u"m");
-    EXPECT_EQ(made.securityLength, each.given ? 8u : 0u);
-    EXPECT_EQ(made.openToAll, each.given);
-    EXPECT_EQ(made.label, each.label);
+    EXPECT_EQ(made.securityLength, label ? 8u : 0u);
+    EXPECT_EQ(made.openToAll, label != nullptr);
+    EXPECT_EQ(made.label, label ? label : "");
   }
   EXPECT_EQ(simulated.openHandles(), 0u);
 }
 
 TEST_F(OnMachine, SecurityAttributesGoOnWithoutTheLabel) {
-  const std::u16string convert = u"ConvertStringSecurityDescriptorToSecurityDescriptor failed\n";
-  const std::u16string get = u"GetSecurityDescriptorSacl failed\n";
-  const std::u16string set = u"SetSecurityDescriptorSacl failed\n";
-  const struct {
-    const char* failing;
-    std::uint32_t length;
-    std::u16string caption;
-    std::vector<std::u16string> debug;
-  } cases[] = {
-      {"allocateDescriptor", 0, u"", {}},
-      {"initializeDescriptor", 0, u"InitializeSecurityDescriptor failed", {}},
-      {"setNullDacl", 0, u"SetSecurityDescriptorDacl failed", {}},
-      {"loadModule", 8, u"", {convert, get}},
-      {"findFunction", 8, u"", {convert, get}},
-      {"convertText", 8, u"", {convert, get}},
-      {"sacl", 8, u"", {get}},
-      {"setSacl", 8, u"", {set}},
+  const std::string convert = "ConvertStringSecurityDescriptorToSecurityDescriptor failed\n";
+  const std::string get = "GetSecurityDescriptorSacl failed\n";
+  // The holder's length, then the box's caption, then what the debugger reads.
+  const std::pair<const char*, std::string> cases[] = {
+      {"allocateDescriptor", "0"},
+      {"initializeDescriptor", "0InitializeSecurityDescriptor failed"},
+      {"setNullDacl", "0SetSecurityDescriptorDacl failed"},
+      {"loadModule", "8" + convert + get},
+      {"findFunction", "8" + convert + get},
+      {"convertText", "8" + convert + get},
+      {"sacl", "8" + get},
+      {"setSacl", "8SetSecurityDescriptorSacl failed\n"},
   };
-  for (const auto& each : cases) {
+  for (const auto& [operation, expected] : cases) {
     machine.messages.boxes.clear();
     machine.messages.debugOutput.clear();
-    machine.journal.failAlways(each.failing);
+    machine.journal.failAlways(operation);
     SecurityAttributesHolder holder;
     const SecurityAttributes* attributes = buildSecurityAttributes(platform, holder);
-    machine.journal.failAlways(each.failing, false);
+    machine.journal.failAlways(operation, false);
     ASSERT_NE(attributes, nullptr);
-    EXPECT_EQ(attributes->length, each.length) << each.failing;
-    EXPECT_EQ(attributes->descriptor != DescriptorHandle{}, each.length == 8) << each.failing;
-    EXPECT_EQ(machine.messages.debugOutput, each.debug) << each.failing;
-    const auto& boxes = machine.messages.boxes;
-    EXPECT_EQ(boxes.empty() ? u"" : boxes[0].caption, each.caption) << each.failing;
+    EXPECT_EQ(attributes->descriptor != DescriptorHandle{}, attributes->length == 8) << operation;
+    std::string seen = std::to_string(attributes->length);
+    for (const auto& box : machine.messages.boxes) seen += narrow(box.caption);
+    for (const auto& line : machine.messages.debugOutput) seen += narrow(line);
+    EXPECT_EQ(seen, expected) << operation;
   }
 }
 
