@@ -173,12 +173,6 @@ TEST(Numbers, TooSmallForARealAreNone) {
   EXPECT_EQ(readReal("0." + std::string(306, '0') + "1"), 1e-307);
 }
 
-TEST(TypeNames, AreUnknownBeyondTheTags) {
-  EXPECT_STREQ(typeName(TypeTag{14}), "ps_string");
-  EXPECT_STREQ(typeName(TypeTag{15}), "unknown");
-  EXPECT_STREQ(typeName(TypeTag{0xffffffff}), "unknown");
-}
-
 TEST(Ex, ReportShowsTheFileBehindItsLastBackslash) {
   const auto report = [](const char* file, const char* message) {
     return std::string(Ex(file, 7, message).report());
@@ -187,15 +181,6 @@ TEST(Ex, ReportShowsTheFileBehindItsLastBackslash) {
   EXPECT_EQ(report("a/b", "m\n"), "[/b:7] m\n");
   EXPECT_EQ(report("\\ab", "m"), "[ab:7] m\n");
   EXPECT_EQ(report("ab\\", ""), "[:7] \n");
-}
-
-TEST(SaveObjects, AreSpacesWithANameAndNoBodies) {
-  const VirtualMemoryObject save("Save 0");
-  EXPECT_EQ(save.describe(), "ps_save Save 0");
-  EXPECT_EQ(save.syntaxText(), "ps_save Save 0");
-  EXPECT_EQ(save.valueText(), "--nostringval--");
-  const std::unique_ptr<PostscriptObject> copy(save.clone());
-  EXPECT_EQ(copy->describe(), "ps_save Copy of Save 0");
 }
 
 TEST(Filters, OfAngleStringsNameTheirEncoding) {
