@@ -14,7 +14,8 @@ const std::u16string key = u"HKCU\\Software\\Quillpress\\Tarnwick Quillpress";
 
 const std::string head = R"(<?xpacket begin='' id='W5M0MpCehiHzreSzNTczkc9d'?>
 <x:xmpmeta xmlns:x='adobe:ns:meta/'>
-<rdf:RDF xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#' xmlns:iX='http://ns.adobe.com/iX/1.0/'>
+<rdf:RDF xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#' )"
+                         R"(xmlns:iX='http://ns.adobe.com/iX/1.0/'>
 )";
 const std::string pdf = "<rdf:Description rdf:about='' xmlns:pdf='http://ns.adobe.com/pdf/1.3/'\n";
 const std::string xap = "<rdf:Description rdf:about='' xmlns:xap='http://ns.adobe.com/xap/1.0/'\n";

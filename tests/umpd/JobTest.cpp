@@ -2,8 +2,6 @@
 // on each system, and what is left of it when something fails.
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "tests/umpd/PrintingMachine.h"
 #include "tests/umpd/Wide.h"
 #include "umpd/DrvSpl.h"
