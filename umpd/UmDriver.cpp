@@ -1,5 +1,6 @@
 #include "umpd/UmDriver.h"
 
+#include <exception>
 #include <optional>
 #include <span>
 
@@ -129,7 +130,11 @@ bool UmDriver::write(const std::byte* buffer, std::uint32_t length) {
 
 bool UmDriver::writeUnlessFailed(const std::byte* buffer, std::uint32_t length) {
   if ((status & statusFailed) != 0) return false;
-  if (write(buffer, length)) return true;
+  try {
+    if (write(buffer, length)) return true;
+  } catch (const std::exception&) {
+    // Want of memory. These bytes are missing, so that no others may follow.
+  }
   status |= statusFailed;
   return false;
 }

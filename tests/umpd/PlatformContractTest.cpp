@@ -20,7 +20,8 @@ bool PlatformContract::writeFile(const std::u16string& path, const std::string& 
 
 FunctionAddress PlatformContract::function(const std::u16string& module, const std::string& name) {
   modules_.push_back(platform.modules.load(module));
-  return modules_.back() ? platform.modules.find(modules_.back().get(), name) : FunctionAddress{};
+  return modules_.back() ? platform.modules.find(modules_.back().get(), name.c_str())
+                         : FunctionAddress{};
 }
 
 namespace {
