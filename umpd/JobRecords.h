@@ -52,7 +52,7 @@ class JobRecords {
 
   // Jobs of several threads start and end at the same time.
   std::mutex mutex_;
-  // Where it can be left lying.
+  // On the heap, where abandon() leaves it.
   std::unique_ptr<Jobs> jobs_ = std::make_unique<Jobs>();
 };
 
