@@ -32,13 +32,15 @@ std::string largeImage(char digit) {
 
 class Convert : public QuillpressTest {
  protected:
-  std::vector<PdfPageView> pagesOf(const std::string& postScript,
-                                   const std::string& options = "") const {
+  std::vector<PdfPageView> pagesOf(const std::string& postScript, const std::string& options = "",
+                                   int status = 0) {
     write("in.ps", postScript);
     const Outcome outcome = shell("$Q convert " + options + " in.ps out.pdf");
-    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(outcome.status, status) << outcome.errors;
+    errors = outcome.errors;
     return readPdf(pathOf("out.pdf"));
   }
+  std::string errors;
 };
 
 TEST_F(Convert, MakesAPageOfEachPageComment) {
@@ -49,14 +51,12 @@ TEST_F(Convert, MakesAPageOfEachPageComment) {
   EXPECT_EQ(pages[1].content, secondText);
 }
 
-TEST_F(Convert, RunsALastTokenThatNothingFollows) {
-  EXPECT_EQ(contentOf("0 0 moveto 1 1 lineto stroke"), firstText);
-}
-
-TEST_F(Convert, KeepsDefinitionsOfThePrologAndFreshensTheState) {
+TEST_F(Convert, GivesTheContentAlone) {
+  EXPECT_EQ(contentOf("0 0 moveto 1 1 lineto stroke"), firstText) << "nothing follows the token";
   EXPECT_EQ(contentOf("/d {currentlinewidth setlinewidth} def\n%%Page: 1\n5 setlinewidth d\n"
                       "%%Page: 2\nd\n"),
-            "5 w 5 w 0 w ");
+            "5 w 5 w 0 w ")
+      << "definitions stay, the state is a fresh one";
 }
 
 TEST_F(Convert, ChoosesTheMediaBox) {
@@ -68,35 +68,26 @@ TEST_F(Convert, ChoosesTheMediaBox) {
 }
 
 TEST_F(Convert, ReportsAFailingPageAndKeepsTheOthers) {
-  write("in.ps", firstPage + failingPage + secondPage);
-  const Outcome outcome = shell("$Q convert in.ps out.pdf");
-  EXPECT_EQ(outcome.status, 1);
+  const auto pages = pagesOf(firstPage + failingPage + secondPage, "", 1);
   EXPECT_EQ(
-      outcome.errors,
+      errors,
       "quillpress: in.ps: page 2: Exception:[ameObject:25] NOTHING TO EXECUTE for nonesuch\n");
-  const auto pages = readPdf(pathOf("out.pdf"));
   ASSERT_EQ(pages.size(), 2u);
   EXPECT_EQ(pages[0].content, firstText);
   EXPECT_EQ(pages[1].content, secondText) << "what the failing page still had to do was done";
 }
 
 TEST_F(Convert, ReportsAFailingPrologOnce) {
-  write("in.ps", "nonesuch\n" + firstPage + failingPage + secondPage);
-  const Outcome outcome = shell("$Q convert in.ps out.pdf");
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.errors, StartsWith("quillpress: in.ps: prolog: Exception:"));
-  EXPECT_THAT(outcome.errors.substr(20), Not(HasSubstr("prolog")));
-  EXPECT_EQ(readPdf(pathOf("out.pdf")).size(), 2u);
+  EXPECT_EQ(pagesOf("nonesuch\n" + firstPage + failingPage + secondPage, "", 1).size(), 2u);
+  EXPECT_THAT(errors, StartsWith("quillpress: in.ps: prolog: Exception:"));
+  EXPECT_THAT(errors.substr(20), Not(HasSubstr("prolog")));
 }
 
 TEST_F(Convert, TellsOfAPageWithoutItsEndAndGoesOnAfterIt) {
   for (const std::string open : {"(text", "{1 2", "currentfile 4 string readhexstring 11 22",
                                  "currentfile 99 string readstring 11"}) {
-    write("in.ps", firstPage + open + "\n" + secondPage);
-    const Outcome outcome = shell("$Q convert in.ps out.pdf");
-    EXPECT_EQ(outcome.status, 1) << open;
-    EXPECT_THAT(outcome.errors, HasSubstr("page 1: its end is missing")) << open;
-    const auto pages = readPdf(pathOf("out.pdf"));
+    const auto pages = pagesOf(firstPage + open + "\n" + secondPage, "", 1);
+    EXPECT_THAT(errors, HasSubstr("page 1: its end is missing")) << open;
     ASSERT_EQ(pages.size(), 2u) << open;
     EXPECT_EQ(pages[0].content, firstText) << open;
     EXPECT_EQ(pages[1].content, secondText) << open;
@@ -150,13 +141,12 @@ TEST_F(Convert, PlacesPatternsWithTheirMatrix) {
 
 TEST_F(Convert, LeavesOutWhatIsNoPdf) {
   // Without a BBox the library's dictionary text has no value for its key.
-  write("in.ps",
-        "/p 9 dict def p /XStep 1 put p /YStep 1 put p /PaintProc {pop} put "
-        "p [1 0 0 1 0 0] makepattern /P exch def P setpattern\n");
-  const Outcome outcome = shell("$Q convert in.ps out.pdf");
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.errors, HasSubstr("page 1: /PA1 is missing"));
-  EXPECT_THAT(readPdf(pathOf("out.pdf")).at(0).resources, IsEmpty());
+  const auto pages = pagesOf(
+      "/p 9 dict def p /XStep 1 put p /YStep 1 put p /PaintProc {pop} put "
+      "p [1 0 0 1 0 0] makepattern /P exch def P setpattern\n",
+      "", 1);
+  EXPECT_THAT(errors, HasSubstr("page 1: /PA1 is missing"));
+  EXPECT_THAT(pages.at(0).resources, IsEmpty());
 }
 
 TEST_F(Convert, WritesTheMatrixThatTheProgramTookForGranted) {
