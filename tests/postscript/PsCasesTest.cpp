@@ -13,11 +13,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -49,11 +48,6 @@ void PrintTo(const PsOutcome& outcome, std::ostream* out) {
 }
 
 constexpr std::string_view callCut = "‖";
-
-[[noreturn]] void malformed(const std::string& name, const std::string& line) {
-  std::fprintf(stderr, "malformed case %s: %s\n", name.c_str(), line.c_str());
-  std::exit(2);
-}
 
 // Control pictures are E2 90 80 and on in UTF-8, in the order of the control bytes.
 std::string decoded(std::string_view text) {
@@ -89,7 +83,7 @@ std::vector<std::string> callsOf(std::string_view program) {
 PsCase parsePsCase(const std::string& name, const std::string& line) {
   PsCase psCase{name, {}, {}, {}, {}, {}, true};
   const size_t mark = line.find(" %=");
-  if (mark == std::string::npos) malformed(name, line);
+  if (mark == std::string::npos) throw std::invalid_argument(name + ": malformed");
   psCase.calls = callsOf(line.substr(0, mark));
   size_t at = mark + 3;
   while ((at = line.find_first_not_of(' ', at)) != std::string::npos) {
@@ -107,7 +101,7 @@ PsCase parsePsCase(const std::string& name, const std::string& line) {
                                     : nullptr;
     const size_t open = line.find('"', at);
     const size_t close = open == std::string::npos ? open : line.find('"', open + 1);
-    if (!value || close == std::string::npos) malformed(name, line);
+    if (!value || close == std::string::npos) throw std::invalid_argument(name + ": malformed");
     *value = decoded(line.substr(open + 1, close - open - 1));
     at = close + 1;
   }
@@ -134,7 +128,7 @@ std::string stackText(const postscript::ObjectStack& stack) {
   return text;
 }
 
-// All cases of all files of the folder. Ends the process with a message for a malformed line.
+// All cases of all files of the folder. A malformed line ends the process.
 std::vector<PsCase> readPsCases(const std::string& folder) {
   std::vector<std::filesystem::path> files;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
