@@ -354,8 +354,7 @@ TEST_P(PlatformContract, FilesAreWrittenAndShared) {
     const OwnedFile file(files, files.openForWriting(path, Disposition::openAlways));
     EXPECT_TRUE(files.seekToEnd(file.get()));
     std::uint32_t written = 0;
-    const std::string more = " more\n";
-    EXPECT_TRUE(files.write(file.get(), std::as_bytes(std::span(more)), written));
+    EXPECT_TRUE(files.write(file.get(), std::as_bytes(std::span(" more\n", 6)), written));
     EXPECT_EQ(written, 6u);
     EXPECT_TRUE(files.write(file.get(), {}, written));
     EXPECT_EQ(written, 0u);
