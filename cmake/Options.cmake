@@ -4,9 +4,9 @@ target_compile_features(quillpress_options INTERFACE cxx_std_20)
 target_include_directories(quillpress_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(
   quillpress_options
-  INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror
+  INTERFACE $<$<COMPILE_LANGUAGE:C,CXX>:-Wall -Wextra -Wconversion -Wshadow -Werror>
             # The text of numbers must not hang on whether the machine can fuse a multiply and an add.
-            -ffp-contract=off -fvisibility=hidden
+            $<$<COMPILE_LANGUAGE:C,CXX>:-ffp-contract=off -fvisibility=hidden>
             $<$<COMPILE_LANGUAGE:CXX>:-fvisibility-inlines-hidden>
             # GCC 12 sees overlaps in std::string's own code that cannot be (its bug 105651).
             $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)

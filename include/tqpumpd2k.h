@@ -1,5 +1,6 @@
 /*
- * tqpumpd2k: the engine of a print-to-PDF product. This header is C11 and C++20.
+ * tqpumpd2k: the engine of a print-to-PDF product, in two halves that share a list of objects and
+ * no more: the converter and, on Windows, the printer front end. This header is C11 and C++20.
  *
  * The converter takes the PostScript of a page and gives the text of a PDF content stream
  * (ISO 32000-1, 7.8.2), which the caller places in the page that it builds. It is no full
@@ -13,12 +14,15 @@
  * Threads: a converter is used by one thread at a time. The list of PDF objects belongs to the
  * process and is not protected, so that two converters must not run at the same time either.
  * No call throws. No call but PSClose accepts a null handle.
+ *
+ * The front end stands at the end of this header.
  */
 #ifndef TQPUMPD2K_H
 #define TQPUMPD2K_H
 
 #include <stddef.h>
 #include <stdint.h>
+#include <wchar.h>
 
 #if defined(_WIN32)
 #define TQP_EXPORT
@@ -106,8 +110,126 @@ TQP_EXPORT const char* PSGetErrorStr(void* converter);
  */
 TQP_EXPORT void PSClose(void* converter);
 
+#if defined(_WIN32)
+
+/*
+ * The printer front end serves a printer driver in the process that prints. It copies a job's bytes
+ * unread into a file, whose name follows from the printer's settings and the document's name, and
+ * tells the user's launcher, tqpmsnd.exe, of the job's start and of its file.
+ *
+ * The order of calls: DocStart2K or DocStart; DocWrite as often as the job has buffers; DocEnd. In
+ * between, a job's settings may be read.
+ *
+ * A job's handle has 32 bits. Widened with zeros it is the pointer `job` that the settings are read
+ * by: (const void*)(uintptr_t)handle. A handle that is no job's, or no longer one's, is no fault:
+ * the call shows a message box and gives the result of failure.
+ *
+ * Text is NUL-terminated, wide text UTF-16. What the caller passes stays the caller's and is not
+ * kept beyond the call.
+ *
+ * Threads: jobs of several threads and processes may run at a time; starts, writes and ends take
+ * turns, over the whole machine. One job is used by one thread at a time. A write or an end may
+ * take as long as the launcher does to answer. No call throws. Failures that the user should know
+ * of are shown in message boxes. Jobs should be ended before the library is unloaded: one that was
+ * not is given up as it stands.
+ */
+
+/*
+ * Starts a job of a driver that has the spooler's handle.
+ *   printer: the spooler's handle (HANDLE) of the printer that prints the job. The caller's, who
+ *            keeps it open until DocEnd.
+ *   jobId: 32 bits, the spooler's number of the job.
+ *   printerName: for a developer's trace alone, may be null.
+ *   docName: the document's name, may be null.
+ * Gives the job's handle; 0 if the printer cannot be asked for its name, after a message box, or if
+ * there is no memory.
+ */
+uint32_t DocStart2K(void* printer, uint32_t jobId, const wchar_t* printerName,
+                    const wchar_t* docName);
+
+/*
+ * Writes a buffer of the job's bytes to its file or, when the printer's setting "passthru" is not
+ * 0, on to the printer. The first write finds or starts the launcher and creates the file.
+ *   job: a handle of DocStart2K or DocStart.
+ *   buffer: the bytes. Null is a failure.
+ *   length: 32 bits, how many bytes. 0 is a failure.
+ * Gives 1; 0 on failure, and from then on at once for every write of the job.
+ */
+uint32_t DocWrite(uint32_t job, const void* buffer, uint32_t length);
+
+/*
+ * Ends a job, also one that failed: closes its file, takes the job out of the spooler's queue,
+ * tells the launcher, and frees the job. The handle is dead behind it.
+ *   job: a handle of DocStart2K or DocStart.
+ * Gives 1; 0 if the handle is no running job's.
+ */
+uint32_t DocEnd(uint32_t job);
+
+/*
+ * Gives a setting as a number of 32 bits.
+ *   job: a job's handle, widened.
+ *   key: the setting's name, in any case. Null names no setting.
+ *   defaultValue: 32 bits, given if there is no such setting, and for a job that is none.
+ */
+uint32_t getIntVal(const void* job, const wchar_t* key, uint32_t defaultValue);
+
+/*
+ * Copies a setting's text. The name "pdfaXML" stands for the document's XMP packet (ISO 16684-1),
+ * which gives an empty text if it does not fit.
+ *   job: a job's handle, widened.
+ *   key: the setting's name, in any case but for "pdfaXML". Null names no setting.
+ *   buffer: where the text goes, with its terminator. Null takes nothing.
+ *   size: 32 bits, the buffer's size in characters.
+ *   defaultText: what is copied when there is no such setting, or it is empty or does not fit. It
+ *                is not measured: the buffer must have room for it. Null leaves the buffer as it
+ *                is.
+ * Gives 1, or 0 for a job that is none.
+ */
+uint32_t getStringVal(const void* job, const wchar_t* key, wchar_t* buffer, uint32_t size,
+                      const wchar_t* defaultText);
+
+/*
+ * Copies the document's XMP packet as UTF-8.
+ *   job: a job's handle, widened.
+ *   key: "pdfaXML". For any other, and for null, nothing is copied.
+ *   buffer: where the packet goes, with its terminator. Null takes nothing.
+ *   size: 32 bits, the buffer's size in bytes. If it is too small, what fits is copied, without a
+ *         terminator.
+ * Gives 1, or 0 for a job that is none.
+ */
+uint32_t getStringMultibyte(const void* job, const char* key, char* buffer, uint32_t size);
+
+#endif
+
 #ifdef __cplusplus
 } /* extern "C" */
+#endif
+
+#if defined(_WIN32)
+
+/* The name that DocStart is exported under, for GetProcAddress. */
+#define TQP_DOC_START "?DocStart@@YAKPEA_W@Z"
+
+/* The type of DocStart, for those who look it up. */
+typedef unsigned long (*DocStartCall)(wchar_t* printerName);
+
+#ifdef __cplusplus
+
+/*
+ * Starts a job by the printer's name. The library exports it under the name that Microsoft's C++
+ * gives it; other compilers' programs look it up by TQP_DOC_START.
+ *   printerName: the printer's name as the spooler knows it. Null is a failure.
+ * Gives the job's handle, as DocStart2K does, which is 0 also if the printer cannot be opened.
+ */
+unsigned long DocStart(wchar_t* printerName);
+
+/* Empty. It stands here for programs that were linked to its assignment. */
+class CUmpd {
+ public:
+  CUmpd& operator=(const CUmpd&);
+};
+
+#endif
 #endif
 
 #if UINTPTR_MAX == UINT64_MAX

@@ -35,3 +35,8 @@ void JobRecords::remove(const UmDriver* job) {
   const auto ended = jobs_.extract(job);
   lock.unlock();
 }
+
+void JobRecords::abandon() {
+  for (auto& [address, job] : jobs_) static_cast<void>(job.release());
+  jobs_.clear();
+}

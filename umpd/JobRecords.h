@@ -38,6 +38,9 @@ class JobRecords {
   // box with the complaint.
   UmDriver* find(const void* address, std::uint32_t statusBits, const char* complaint);
   void remove(const UmDriver* job);
+  // Forgets the jobs that nobody ended, and leaves them as they are. Takes no lock: no call may be
+  // under way.
+  void abandon();
 
   Platform& platform;
 
