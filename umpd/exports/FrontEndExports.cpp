@@ -18,12 +18,16 @@ struct FrontEnd {
   JobRecords jobs{system.platform};
 };
 
+JobRecords& jobsOfProcess() {
+  static FrontEnd frontEnd;
+  return frontEnd.jobs;
+}
+
 // Gives what the call gives or, if there is no memory for its work, `failure`.
 template <class Call>
 std::uint32_t guarded(std::uint32_t failure, Call call) {
   try {
-    static FrontEnd frontEnd;
-    return call(frontEnd.jobs);
+    return call(jobsOfProcess());
   } catch (...) {
     return failure;
   }

@@ -1,22 +1,18 @@
 // The contract over the real system, which lends the suite a printer, a folder and a key.
 #include <windows.h>
-// The headers below build on <windows.h>.
-#include <winspool.h>
 
 #include <filesystem>
+#include <memory>
 #include <thread>
 
 #include "tests/umpd/PlatformContract.h"
+#include "tests/windows/TestPrinter.h"
 #include "umpd/platform/win32/Win32Platform.h"
 
 namespace {
 
 const wchar_t* wide(const std::u16string& text) {
   return reinterpret_cast<const wchar_t*>(text.c_str());
-}
-
-wchar_t* writable(std::u16string& text) {
-  return reinterpret_cast<wchar_t*>(text.data());
 }
 
 bool isWine() {
@@ -34,23 +30,6 @@ void writeWhole(const std::u16string& path, const std::string& content) {
   CloseHandle(file);
 }
 
-std::u16string driverName = u"Tarnwick Quillpress";
-
-// Of empty files: nobody is going to render with it.
-void installDriver() {
-  wchar_t directory[MAX_PATH] = {};
-  DWORD needed = 0;
-  GetPrinterDriverDirectoryW(nullptr, nullptr, 1, reinterpret_cast<BYTE*>(directory),
-                             sizeof directory, &needed);
-  std::u16string file = text(directory) + u"\\quillpress-contract.dll";
-  writeWhole(file, "");
-  DRIVER_INFO_3W driver{};
-  driver.cVersion = 3;
-  driver.pName = writable(driverName);
-  driver.pDriverPath = driver.pDataFile = driver.pConfigFile = writable(file);
-  AddPrinterDriverExW(nullptr, 3, reinterpret_cast<BYTE*>(&driver), APD_COPY_ALL_FILES);
-}
-
 class Win32ContractMachine : public ContractMachine {
  public:
   explicit Win32ContractMachine(std::unique_ptr<Win32Platform> real)
@@ -65,17 +44,12 @@ class Win32ContractMachine : public ContractMachine {
     RegDeleteTreeW(HKEY_CURRENT_USER, wide(key));
     program = u"cmd.exe /c exit 3";
     answersForJobs = knowsProtectedMode = !isWine();
-    installPrinter();
+    printer = text(printer_.name.c_str());
+    port = u"LPT1:";
   }
   ~Win32ContractMachine() override {
-    if (job_) ClosePrinter(job_);
     std::filesystem::remove_all(wide(folder));
     RegDeleteTreeW(HKEY_CURRENT_USER, wide(key));
-    HANDLE handle = nullptr;
-    PRINTER_DEFAULTSW all{nullptr, nullptr, PRINTER_ALL_ACCESS};
-    if (!OpenPrinterW(writable(printer), &handle, &all)) return;
-    DeletePrinter(handle);
-    ClosePrinter(handle);
   }
 
   void writeProfile(const std::u16string& path, const std::u16string& section,
@@ -88,11 +62,8 @@ class Win32ContractMachine : public ContractMachine {
   }
 
   std::uint32_t startJob(const std::u16string& document) override {
-    std::u16string name = document;
-    wchar_t datatype[] = L"RAW";
-    DOC_INFO_1W info{writable(name), nullptr, datatype};
-    OpenPrinterW(writable(printer), &job_, nullptr);
-    return StartDocPrinterW(job_, 1, reinterpret_cast<BYTE*>(&info));
+    job_ = std::make_unique<SpoolJob>(printer_.name, wide(document));
+    return job_->id;
   }
 
   void abandonMutex(const std::u16string& name) override {
@@ -107,26 +78,9 @@ class Win32ContractMachine : public ContractMachine {
     return next++;
   }
 
-  void installPrinter() {
-    static const bool installed = (installDriver(), true);
-    static_cast<void>(installed);
-    printer = u"Contract Printer";
-    port = u"LPT1:";
-    std::u16string processor = u"winprint";
-    std::u16string datatype = u"RAW";
-    PRINTER_INFO_2W info{};
-    info.pPrinterName = writable(printer);
-    info.pPortName = writable(port);
-    info.pDriverName = writable(driverName);
-    info.pPrintProcessor = writable(processor);
-    info.pDatatype = writable(datatype);
-    const HANDLE handle = AddPrinterW(nullptr, 2, reinterpret_cast<BYTE*>(&info));
-    EXPECT_NE(handle, nullptr) << "no printer: error " << GetLastError();
-    if (handle) ClosePrinter(handle);
-  }
-
   std::unique_ptr<Win32Platform> real_;
-  HANDLE job_ = nullptr;
+  TestPrinter printer_{L"Contract Printer"};
+  std::unique_ptr<SpoolJob> job_;
 };
 
 std::unique_ptr<ContractMachine> makeWin32Machine() {
