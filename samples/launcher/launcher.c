@@ -1,6 +1,6 @@
 /*
  * tqpmsnd           serves the user's print jobs until it is told to end
- * tqpmsnd --quit    tells the user's launcher to end, once it has done what it has in hand
+ * tqpmsnd --quit    has the user's launcher end once it has done what it has in hand; waits for it
  *
  * The launcher is the one program of the product that runs for each user. The library, in the
  * process that prints, starts it and tells it of jobs, through objects named after the user:
@@ -14,6 +14,7 @@
  * setting "ConvertCmdLine" names. While the library waits for the answer, no other job of the
  * machine moves: so it is given at once, and a thread does the work. Start reading at serve.
  */
+#include <stdatomic.h>
 #include <stdbool.h>
 #include <stdlib.h>
 #include <string.h>
@@ -36,12 +37,13 @@ enum {
 /* A job whose file is to become a PDF file. */
 typedef struct Job {
   wchar_t pdf[pathSize];
-  wchar_t postScript[pathSize]; /* where its bytes are meanwhile */
+  wchar_t postScript[pathSize]; /* where its bytes are meanwhile, if they could be moved */
+  bool isAside;
   wchar_t convertCmdLine[settingSize];
   wchar_t command[commandSize];
 } Job;
 
-static volatile LONG jobsInHand;
+static atomic_int jobsInHand;
 
 static void complain(const wchar_t* what, const wchar_t* path) {
   wchar_t text[pathSize + 256];
@@ -96,7 +98,8 @@ static bool moveAside(Job* job) {
     if (GetLastError() != ERROR_ALREADY_EXISTS || number > 99) return false;
     StringCchPrintfW(job->postScript, pathSize, L"%.*ls.%d.ps", stem, job->pdf, number);
   }
-  CloseHandle(CreateFileW(job->pdf, GENERIC_WRITE, 0, NULL, CREATE_NEW, 0, NULL));
+  const HANDLE keeper = CreateFileW(job->pdf, GENERIC_WRITE, 0, NULL, CREATE_NEW, 0, NULL);
+  if (keeper != INVALID_HANDLE_VALUE) CloseHandle(keeper);
   return true;
 }
 
@@ -107,8 +110,10 @@ static Job* takeJob(const LauncherStruct* message) {
   widen(message->outputFile, job->pdf);
   const size_t length = wcslen(job->pdf);
   if (length > 4 && _wcsicmp(job->pdf + length - 4, L".pdf") == 0 && beginsWith(job->pdf, "%!") &&
-      readConvertCmdLine(message->printerName, job->convertCmdLine) && moveAside(job))
+      readConvertCmdLine(message->printerName, job->convertCmdLine)) {
+    job->isAside = moveAside(job);
     return job;
+  }
   free(job);
   return NULL;
 }
@@ -160,19 +165,21 @@ static bool runConverter(Job* job) {
 /* The PostScript goes when there is a PDF file in its place, and not before. */
 static DWORD WINAPI convert(void* argument) {
   Job* const job = argument;
-  if (runConverter(job) && beginsWith(job->pdf, "%PDF-")) {
+  if (!job->isAside) {
+    complain(L"The job could not be moved aside, and is PostScript still:", job->pdf);
+  } else if (runConverter(job) && beginsWith(job->pdf, "%PDF-")) {
     DeleteFileW(job->postScript);
   } else {
     DeleteFileW(job->pdf);
     complain(L"The job could not be made a PDF file. Its PostScript is kept:", job->postScript);
   }
   free(job);
-  InterlockedDecrement(&jobsInHand);
+  --jobsInHand;
   return 0;
 }
 
 static void startConversion(Job* job) {
-  InterlockedIncrement(&jobsInHand);
+  ++jobsInHand;
   const HANDLE thread = CreateThread(NULL, 0, convert, job, 0, NULL);
   if (thread != NULL)
     CloseHandle(thread);
@@ -194,7 +201,7 @@ static ObjectName objectName(const wchar_t* ending) {
   return name;
 }
 
-/* False if there is no such event: nobody waits for it. */
+/* False if there is no such event, and so nobody who waits for it. */
 static bool setEvent(const wchar_t* ending) {
   const HANDLE event = OpenEventW(EVENT_MODIFY_STATE, FALSE, objectName(ending).text);
   if (event == NULL) return false;
@@ -255,7 +262,7 @@ static int serve(void) {
 
 int wmain(int argc, wchar_t** argv) {
   if (argc == 2 && wcscmp(argv[1], L"--quit") == 0) {
-    setEvent(L"_quit");
+    while (setEvent(L"_quit")) Sleep(lookAgain); /* the event goes with the launcher */
     return EXIT_SUCCESS;
   }
   return serve();

@@ -30,10 +30,9 @@ static bool writeBuffers(uint32_t job, HANDLE file) {
   DWORD length = 0;
   while (ReadFile(file, buffer, sizeof buffer, &length, NULL)) {
     if (length == 0) return true;
-    if (DocWrite(job, buffer, length) == 0) {
+    if (DocWrite(job, buffer, length) == 0)
       return fail(L"write", L"the job's file",
                   L"see the message box that told why, and the printer's save directory");
-    }
   }
   return failWithReason(L"read", L"the file", L"see whether its disk is still there");
 }
@@ -54,9 +53,8 @@ static bool printOn(HANDLE printer, wchar_t* document, HANDLE file) {
   wchar_t datatype[] = L"RAW";
   DOC_INFO_1W info = {.pDocName = document, .pDatatype = datatype};
   const DWORD jobId = StartDocPrinterW(printer, 1, (BYTE*)&info);
-  if (jobId == 0) {
+  if (jobId == 0)
     return failWithReason(L"start a spooler job for", document, L"see the printer's queue");
-  }
   const bool printed = runJob(printer, jobId, document, file);
   /* Its result says nothing: the library has taken the job out of the queue by now. */
   EndDocPrinter(printer);
@@ -65,10 +63,9 @@ static bool printOn(HANDLE printer, wchar_t* document, HANDLE file) {
 
 static bool printWith(wchar_t* printerName, wchar_t* document, HANDLE file) {
   HANDLE printer = NULL;
-  if (!OpenPrinterW(printerName, &printer, NULL)) {
+  if (!OpenPrinterW(printerName, &printer, NULL))
     return failWithReason(L"open the printer", printerName,
                           L"install it with install-printer, or name another");
-  }
   const bool printed = printOn(printer, document, file);
   ClosePrinter(printer);
   return printed;
@@ -88,9 +85,8 @@ static bool printFile(wchar_t* printerName, const wchar_t* path) {
   entitle(document, ARRAYSIZE(document), path);
   const HANDLE file =
       CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, NULL, OPEN_EXISTING, 0, NULL);
-  if (file == INVALID_HANDLE_VALUE) {
+  if (file == INVALID_HANDLE_VALUE)
     return failWithReason(L"open", path, L"give a file that is there and that you may read");
-  }
   const bool printed = printWith(printerName, document, file);
   CloseHandle(file);
   return printed;
