@@ -152,7 +152,7 @@ uint32_t DocStart2K(void* printer, uint32_t jobId, const wchar_t* printerName,
  * 0, on to the printer. The first write finds or starts the launcher and creates the file.
  *   job: a handle of DocStart2K or DocStart.
  *   buffer: the bytes. Null is a failure.
- *   length: 32 bits, how many bytes. 0 is a failure.
+ *   length: 32 bits, how many bytes. 0 is a failure, but not on the way to the printer.
  * Gives 1; 0 on failure, and from then on at once for every write of the job.
  */
 uint32_t DocWrite(uint32_t job, const void* buffer, uint32_t length);

@@ -17,7 +17,7 @@ UmDriver* DrvSplStartDoc(JobRecords& records, PrinterHandle printer, std::uint32
 
 std::uint32_t DrvSplWritePrinter(JobRecords& records, const void* address, const void* buffer,
                                  std::uint32_t length, std::uint32_t& written) {
-  UmDriver* const job = records.find(address, anyStatus, "DrvSplWritePrinter - invalid parms");
+  const JobPointer job = records.find(address, anyStatus, "DrvSplWritePrinter - invalid parms");
   if (!job) return 0;
   written = length;
   if ((job->status & statusFailed) != 0) traceMessage("DrvSplWritePrinter returning FALSE\n");
@@ -25,13 +25,12 @@ std::uint32_t DrvSplWritePrinter(JobRecords& records, const void* address, const
 }
 
 bool DrvSplEndDoc(JobRecords& records, const void* address) {
-  UmDriver* const job = records.find(address, statusInitialised, "DrvSplEndDoc - invalid parms");
+  const JobPointer job = records.find(address, statusInitialised, "DrvSplEndDoc - invalid parms");
   return job && job->endDoc();
 }
 
 void DrvSplClose(JobRecords& records, const void* address) {
-  if (const UmDriver* const job = records.find(address, anyStatus, "DrvSplClose - invalid parms"))
-    records.remove(job);
+  records.take(address, anyStatus, "DrvSplClose - invalid parms");
 }
 
 std::uint32_t DrvSplStartPage(JobRecords& records, const void* address) {
@@ -43,6 +42,6 @@ std::uint32_t DrvSplEndPage(JobRecords& records, const void* address) {
 }
 
 void DrvSplAbort(JobRecords& records, const void* address) {
-  if (UmDriver* const job = records.find(address, statusInitialised, "DrvSplAbort invalid parms"))
+  if (const JobPointer job = records.find(address, statusInitialised, "DrvSplAbort invalid parms"))
     job->status |= statusAborted;
 }

@@ -1,7 +1,5 @@
 #include "umpd/Impersonation.h"
 
-#include <utility>
-
 #include "umpd/Report.h"
 
 void Impersonation::revertToSpooler() {
@@ -22,12 +20,12 @@ void Impersonation::revertToSpooler() {
 }
 
 void Impersonation::returnToClient() {
-  const TokenHandle token = std::exchange(revertToken_, TokenHandle{});
-  if (spoolerModule_ && token != TokenHandle{}) {
+  if (spoolerModule_ && revertToken_ != TokenHandle{}) {
     const FunctionAddress impersonate =
         platform_.modules.find(spoolerModule_.get(), "ImpersonatePrinterClient");
     if (impersonate != FunctionAddress{})
-      platform_.spooler.impersonatePrinterClient(impersonate, token);
+      platform_.spooler.impersonatePrinterClient(impersonate, revertToken_);
   }
+  revertToken_ = {};
   spoolerModule_.reset();
 }

@@ -7,6 +7,8 @@
 class Impersonation {
  public:
   explicit Impersonation(Platform& platform) : platform_(platform) {}
+  // Whatever ends a job between the two steps, its client's rights are back.
+  ~Impersonation() { returnToClient(); }
 
   void revertToSpooler();
   // Does nothing if there is nothing to return from.

@@ -1,5 +1,7 @@
 #include "umpd/InterProcessComms.h"
 
+#include <utility>
+
 #include "umpd/LauncherStruct.h"
 #include "umpd/Report.h"
 #include "umpd/SecurityAttributesHolder.h"
@@ -39,32 +41,31 @@ bool InterProcessComms<Record>::isReceiverReady() {
 
 template <class Record>
 Record* InterProcessComms<Record>::openSharedMemory() {
-  if ((!mapping_ || !view_) && !openMapping()) return nullptr;
-  return reinterpret_cast<Record*>(view_.get());
+  if (!memory_.view && !openMapping()) return nullptr;
+  return reinterpret_cast<Record*>(memory_.view.get());
 }
 
 // A mapping stands for as long as either side has it open; the side that comes first makes it.
 template <class Record>
 bool InterProcessComms<Record>::openMapping() {
-  mappingCreated_ = false;
-  mapping_ = platform_.objects.openMapping(mappingName_);
-  if (!mapping_) {
+  SharedMemoryView opened;
+  opened.mapping = platform_.objects.openMapping(mappingName_);
+  if (!opened.mapping) {
     SecurityAttributesHolder security;
-    mapping_ = platform_.objects.createMapping(buildSecurityAttributes(platform_, security),
-                                               mappingName_, sizeof(Record));
-    if (!mapping_) return false;
-    mappingCreated_ = true;
+    opened.mapping = platform_.objects.createMapping(buildSecurityAttributes(platform_, security),
+                                                     mappingName_, sizeof(Record));
+    if (!opened.mapping) return false;
+    opened.created = true;
   }
-  view_ = platform_.objects.mapView(mapping_.get());
-  if (view_) return true;
-  mapping_.reset();
-  mappingCreated_ = false;
-  return false;
+  opened.view = platform_.objects.mapView(opened.mapping.get());
+  if (!opened.view) return false;
+  memory_ = std::move(opened);
+  return true;
 }
 
 template <class Record>
 bool InterProcessComms<Record>::sendMsg() {
-  if (!mapping_ || !view_) return false;
+  if (!memory_.view) return false;
   if (!isReceiverReady()) {
     traceMessage("IPC sendMsg isReceiverReady failed\n");
     return false;
@@ -75,7 +76,8 @@ bool InterProcessComms<Record>::sendMsg() {
     return false;
   }
   traceMessage("Created event %s\n", endEventName_.c_str());
-  if (!signalReceiver()) {
+  const OwnedObject event = signalReceiver();
+  if (!event) {
     reportLastError(platform_, u"IPC sendMsg setting event failed", 0);
     return false;
   }
@@ -96,13 +98,14 @@ OwnedObject InterProcessComms<Record>::createEndEvent() {
 }
 
 template <class Record>
-bool InterProcessComms<Record>::signalReceiver() {
-  const OwnedObject event = platform_.objects.openEvent(eventName_);
+OwnedObject InterProcessComms<Record>::signalReceiver() {
+  OwnedObject event = platform_.objects.openEvent(eventName_);
   if (!event) {
     traceMessage("Open TqpEvent [%s] failed.\n", eventName_.c_str());
-    return false;
+    return {};
   }
-  return platform_.objects.setEvent(event.get());
+  if (!platform_.objects.setEvent(event.get())) return {};
+  return event;
 }
 
 template class InterProcessComms<LauncherStruct>;

@@ -3,7 +3,7 @@
 // The receiver holds a mutex for as long as it lives and waits on an event. A sender fills the one
 // record of the shared memory, makes an event for the answer, sets the receiver's and waits until
 // the receiver has set the answer's: the record is read. Nothing numbers the messages, so senders
-// must keep each other out; the jobs do with their lock. No object is touched before a message.
+// must keep each other out; the jobs do with their lock. The making of a channel touches no object.
 #pragma once
 
 #include <cstdint>
@@ -14,6 +14,13 @@
 
 // Each user has a channel of his own: "tqpsend" becomes "Local\tqpsend_mary".
 std::u16string buildChannelName(Platform& platform, std::u16string_view name);
+
+// A record's mapping and the view of it, both or neither.
+struct SharedMemoryView {
+  OwnedObject mapping;
+  OwnedView view;
+  bool created = false;  // the mapping, by this process
+};
 
 template <class Record>
 class InterProcessComms {
@@ -35,7 +42,8 @@ class InterProcessComms {
 
  private:
   OwnedObject createEndEvent();
-  bool signalReceiver();
+  // The receiver's event, set; none if it could not be.
+  OwnedObject signalReceiver();
   bool openMapping();
 
   Platform& platform_;
@@ -44,7 +52,5 @@ class InterProcessComms {
   std::u16string mappingName_;
   std::u16string eventName_;
   std::uint32_t timeout_;
-  OwnedObject mapping_;
-  OwnedView view_;
-  bool mappingCreated_ = false;
+  SharedMemoryView memory_;
 };

@@ -35,30 +35,27 @@ JobHandle DocStart2K(JobRecords& records, PrinterHandle printer, std::uint32_t j
 
 std::uint32_t DocWrite(JobRecords& records, JobHandle handle, const void* buffer,
                        std::uint32_t length) {
-  UmDriver* const job =
+  const JobPointer job =
       records.find(addressOf(handle), statusInitialised, "DocWrite invalid parms");
   return job && job->writeUnlessFailed(static_cast<const std::byte*>(buffer), length) ? 1 : 0;
 }
 
 std::uint32_t DocEnd(JobRecords& records, JobHandle handle) {
-  UmDriver* const job = records.find(addressOf(handle), statusInitialised, "DocEnd invalid parms");
-  if (!job) return 0;
-  const bool ended = job->endDoc();
-  records.remove(job);
-  return ended ? 1 : 0;
+  // Taken before the end, which want of memory may break off: the record goes all the same.
+  const JobPointer job = records.take(addressOf(handle), statusInitialised, "DocEnd invalid parms");
+  return job && job->endDoc() ? 1 : 0;
 }
 
 std::uint32_t getIntVal(JobRecords& records, const void* address, const char16_t* key,
                         std::uint32_t defaultValue) {
   // The words name another call than this one. They are what users have seen ever since.
-  const UmDriver* const job =
-      records.find(address, statusInitialised, "getPrinterName invalid parms");
+  const JobPointer job = records.find(address, statusInitialised, "getPrinterName invalid parms");
   return job ? job->settings.getSettingInt(key, defaultValue) : defaultValue;
 }
 
 std::uint32_t getStringVal(JobRecords& records, const void* address, const char16_t* key,
                            char16_t* buffer, std::size_t size, const char16_t* defaultText) {
-  UmDriver* const job = records.find(address, statusInitialised, "getStringVal invalid parms");
+  const JobPointer job = records.find(address, statusInitialised, "getStringVal invalid parms");
   if (!job) return 0;
   copySettingText(job->settings, job->docName, key, buffer, size, defaultText);
   return 1;
@@ -66,7 +63,7 @@ std::uint32_t getStringVal(JobRecords& records, const void* address, const char1
 
 std::uint32_t getStringMultibyte(JobRecords& records, const void* address, const char* key,
                                  char* buffer, std::size_t size) {
-  UmDriver* const job =
+  const JobPointer job =
       records.find(address, statusInitialised, "getStringMultibyte invalid parms");
   if (!job) return 0;
   copySettingUtf8(job->settings, job->docName, key, std::span(buffer, size));

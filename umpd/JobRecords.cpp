@@ -6,22 +6,21 @@ void JobDeleter::operator()(UmDriver* job) const {
   // The block begins where the record does, whichever class it is of.
   const auto block = reinterpret_cast<std::byte*>(job);
   job->~UmDriver();
-  memory->close(block);
+  memory.close(block);
 }
 
-UmDriver* JobRecords::add(OwnedJob<UmDriver> job) {
-  UmDriver* const record = job.get();
+UmDriver* JobRecords::add(const JobPointer& job) {
   const std::lock_guard lock(mutex_);
-  jobs_.emplace(record, std::move(job));
-  return record;
+  jobs_->emplace(job.get(), job);
+  return job.get();
 }
 
-UmDriver* JobRecords::find(const void* address, std::uint32_t statusBits, const char* complaint) {
+JobPointer JobRecords::find(const void* address, std::uint32_t statusBits, const char* complaint) {
   {
     const std::lock_guard lock(mutex_);
-    const auto found = jobs_.find(address);
-    if (found != jobs_.end()) {
-      UmDriver* const job = found->second.get();
+    const auto found = jobs_->find(address);
+    if (found != jobs_->end()) {
+      const JobPointer& job = found->second;
       if (job->magic == UmDriver::magicWord && (job->status & statusBits) == statusBits) return job;
     }
   }
@@ -29,14 +28,13 @@ UmDriver* JobRecords::find(const void* address, std::uint32_t statusBits, const 
   return nullptr;
 }
 
-// A record takes its time to end, so the lock is given back before.
-void JobRecords::remove(const UmDriver* job) {
-  std::unique_lock lock(mutex_);
-  const auto ended = jobs_.extract(job);
-  lock.unlock();
+JobPointer JobRecords::take(const void* address, std::uint32_t statusBits, const char* complaint) {
+  JobPointer job = find(address, statusBits, complaint);
+  const std::lock_guard lock(mutex_);
+  if (job && jobs_->erase(address) == 0) return nullptr;
+  return job;
 }
 
 void JobRecords::abandon() {
-  for (auto& [address, job] : jobs_) static_cast<void>(job.release());
-  jobs_.clear();
+  static_cast<void>(jobs_.release());
 }

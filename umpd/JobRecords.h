@@ -2,7 +2,7 @@
 // exported calls has to fit into 32 bits: records lie below 4 GiB, wherever the heap is.
 //
 // Nothing is read at an address that a caller names before it is known to be a record's. A stale or
-// a wild handle finds nothing.
+// a wild handle finds nothing. A record that is in use lives on if another thread ends its job.
 #pragma once
 
 #include <cstddef>
@@ -11,19 +11,17 @@
 #include <memory>
 #include <mutex>
 #include <new>
-#include <utility>
 
 #include "umpd/UmDriver.h"
 #include "umpd/platform/Platform.h"
 
 // Ends a record through its virtual destructor, and gives its memory back.
 struct JobDeleter {
-  LowMemory* memory = nullptr;
+  LowMemory& memory;
   void operator()(UmDriver* job) const;
 };
 
-template <class Job>
-using OwnedJob = std::unique_ptr<Job, JobDeleter>;
+using JobPointer = std::shared_ptr<UmDriver>;
 
 class JobRecords {
  public:
@@ -36,8 +34,9 @@ class JobRecords {
   UmDriver* start(PrinterHandle printer, std::uint32_t jobId, const char16_t* name);
   // The record at the address, if it is one and has all these status bits. Otherwise null, and a
   // box with the complaint.
-  UmDriver* find(const void* address, std::uint32_t statusBits, const char* complaint);
-  void remove(const UmDriver* job);
+  JobPointer find(const void* address, std::uint32_t statusBits, const char* complaint);
+  // As find, and the address is no record's any more. Of several threads one gets the record.
+  JobPointer take(const void* address, std::uint32_t statusBits, const char* complaint);
   // Forgets the jobs that nobody ended, and leaves them as they are. Takes no lock: no call may be
   // under way.
   void abandon();
@@ -45,27 +44,30 @@ class JobRecords {
   Platform& platform;
 
  private:
+  using Jobs = std::map<const void*, JobPointer>;
+
   template <class Job>
-  OwnedJob<Job> make();
-  UmDriver* add(OwnedJob<UmDriver> job);
+  std::shared_ptr<Job> make();
+  UmDriver* add(const JobPointer& job);
 
   // Jobs of several threads start and end at the same time.
   std::mutex mutex_;
-  std::map<const void*, OwnedJob<UmDriver>> jobs_;
+  // On the heap, where abandon() leaves it.
+  std::unique_ptr<Jobs> jobs_ = std::make_unique<Jobs>();
 };
 
 template <class Job>
 UmDriver* JobRecords::start(PrinterHandle printer, std::uint32_t jobId, const char16_t* name) {
-  OwnedJob<Job> job = make<Job>();
+  const std::shared_ptr<Job> job = make<Job>();
   if (!job || !job->init(printer, jobId, name) || job->status != statusInitialised) return nullptr;
-  return add(std::move(job));
+  return add(job);
 }
 
 template <class Job>
-OwnedJob<Job> JobRecords::make() {
+std::shared_ptr<Job> JobRecords::make() {
   OwnedLowBlock block = platform.memory.allocate(sizeof(Job));
   if (!block) return {};
   Job* const job = new (block.get()) Job(platform);
   block.release();
-  return OwnedJob<Job>(job, JobDeleter{&platform.memory});
+  return std::shared_ptr<Job>(job, JobDeleter{platform.memory});
 }

@@ -1,5 +1,7 @@
 #include "umpd/UmDriver.h"
 
+#include <exception>
+#include <mutex>
 #include <optional>
 #include <span>
 
@@ -29,6 +31,14 @@ std::u16string objectName(Platform& platform, std::u16string_view space, std::u1
 
 std::string shownName(Platform& platform, const char16_t* name) {
   return name ? platform.text.narrow(name) : "(null)";
+}
+
+// Jobs of several threads begin and end at a time, and not all of it under the jobs' lock. The list
+// itself knows no threads.
+void emptyPdfObjectList() {
+  static std::mutex mutex;
+  const std::lock_guard lock(mutex);
+  postscript::PdfObjectList::instance().clearPdfObjects();
 }
 
 }  // namespace
@@ -129,7 +139,11 @@ bool UmDriver::write(const std::byte* buffer, std::uint32_t length) {
 
 bool UmDriver::writeUnlessFailed(const std::byte* buffer, std::uint32_t length) {
   if ((status & statusFailed) != 0) return false;
-  if (write(buffer, length)) return true;
+  try {
+    if (write(buffer, length)) return true;
+  } catch (const std::exception&) {
+    // Want of memory. These bytes are missing, so that no others may follow.
+  }
   status |= statusFailed;
   return false;
 }
@@ -167,8 +181,8 @@ bool UmDriver::ensureLauncherRuns(LauncherProxy& launcher) {
   return false;
 }
 
-// True also if the file cannot be created: `outFile` then holds no usable handle and no "no file"
-// either, and the write fails with it, without a box.
+// True also if the file cannot be created: `outFile` then holds invalidFile, and the write fails
+// with it, without a box. The last lines are for a platform that gives no handle at all.
 bool UmDriver::createOutFile() {
   Platform& platform = settings.platform;
   if (!SetFilename(settings).setOutputFilename(docName, outputPath, savePathCapacity)) {
@@ -177,7 +191,10 @@ bool UmDriver::createOutFile() {
   }
   outFile.handle = platform.files.openForWriting(outputPath, Disposition::createAlways);
   if (outFile.handle == invalidFile) protectedModeFallback();
-  return true;
+  if (outFile.handle != FileHandle{}) return true;
+  reportLastError(platform, outputPath, serviceNotification);
+  traceMessage("Error creating %s\n", outputPath);
+  return false;
 }
 
 // A browser in Protected Mode may write its own shadow of the user's folders only.
@@ -261,5 +278,5 @@ void UmDriver::clear() {
   userName.clear();
   docName.clear();
   bytesWritten = 0;
-  postscript::PdfObjectList::instance().clearPdfObjects();
+  emptyPdfObjectList();
 }

@@ -2,11 +2,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <stdlib.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdio>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
-#include "tests/quillpress/Quillpress.h"
+#include "tests/quillpress/ReadPdf.h"
 
 namespace quillpress {
 namespace {
@@ -30,15 +37,56 @@ std::string largeImage(char digit) {
   return "1 setgray 80 60 8 [1 0 0 1 0 0] {<" + std::string(9600, digit) + ">} image\n";
 }
 
-class Convert : public QuillpressTest {
+// In a folder of its own that goes with the test.
+class Convert : public testing::Test {
  protected:
-  std::vector<PdfPageView> pagesOf(const std::string& postScript,
-                                   const std::string& options = "") const {
+  Convert() {
+    std::string name = testing::TempDir() + "quillpress-XXXXXX";
+    folder = ::mkdtemp(name.data()) == nullptr ? "" : name;
+    EXPECT_NE(folder, "");
+  }
+  ~Convert() override { std::filesystem::remove_all(folder); }
+
+  std::string pathOf(const std::string& name) const { return folder + "/" + name; }
+  void write(const std::string& name, const std::string& bytes) const {
+    std::ofstream(pathOf(name), std::ios::binary) << bytes;
+  }
+  std::string read(const std::string& name) const {
+    std::ostringstream bytes;
+    bytes << std::ifstream(pathOf(name), std::ios::binary).rdbuf();
+    return bytes.str();
+  }
+  std::vector<std::string> files() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+      names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+  // Runs a line of shell in the folder; $Q is the program. `errors` is what it said.
+  int shell(const std::string& line) {
+    const std::string command = "cd '" + folder + "' && Q='" QUILLPRESS_PROGRAM "' && { " + line +
+                                "; } 2>&1 >stdout </dev/null";
+    FILE* pipe = ::popen(command.c_str(), "r");
+    errors.clear();
+    for (int byte = std::fgetc(pipe); byte != EOF; byte = std::fgetc(pipe))
+      errors += static_cast<char>(byte);
+    const int status = ::pclose(pipe);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+  std::string contentOf(const std::string& postScript) {
+    write("content.ps", postScript);
+    EXPECT_EQ(shell("$Q convert --content content.ps content.txt"), 0);
+    return read("content.txt");
+  }
+  std::vector<PdfPageView> pagesOf(const std::string& postScript, const std::string& options = "",
+                                   int status = 0) {
     write("in.ps", postScript);
-    const Outcome outcome = shell("$Q convert " + options + " in.ps out.pdf");
-    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(shell("$Q convert " + options + " in.ps out.pdf"), status) << errors;
     return readPdf(pathOf("out.pdf"));
   }
+  std::string folder, errors;
 };
 
 TEST_F(Convert, MakesAPageOfEachPageComment) {
@@ -49,14 +97,12 @@ TEST_F(Convert, MakesAPageOfEachPageComment) {
   EXPECT_EQ(pages[1].content, secondText);
 }
 
-TEST_F(Convert, RunsALastTokenThatNothingFollows) {
-  EXPECT_EQ(contentOf("0 0 moveto 1 1 lineto stroke"), firstText);
-}
-
-TEST_F(Convert, KeepsDefinitionsOfThePrologAndFreshensTheState) {
+TEST_F(Convert, GivesTheContentAlone) {
+  EXPECT_EQ(contentOf("0 0 moveto 1 1 lineto stroke"), firstText) << "nothing follows the token";
   EXPECT_EQ(contentOf("/d {currentlinewidth setlinewidth} def\n%%Page: 1\n5 setlinewidth d\n"
                       "%%Page: 2\nd\n"),
-            "5 w 5 w 0 w ");
+            "5 w 5 w 0 w ")
+      << "definitions stay, the state is a fresh one";
 }
 
 TEST_F(Convert, ChoosesTheMediaBox) {
@@ -68,35 +114,26 @@ TEST_F(Convert, ChoosesTheMediaBox) {
 }
 
 TEST_F(Convert, ReportsAFailingPageAndKeepsTheOthers) {
-  write("in.ps", firstPage + failingPage + secondPage);
-  const Outcome outcome = shell("$Q convert in.ps out.pdf");
-  EXPECT_EQ(outcome.status, 1);
+  const auto pages = pagesOf(firstPage + failingPage + secondPage, "", 1);
   EXPECT_EQ(
-      outcome.errors,
+      errors,
       "quillpress: in.ps: page 2: Exception:[ameObject:25] NOTHING TO EXECUTE for nonesuch\n");
-  const auto pages = readPdf(pathOf("out.pdf"));
   ASSERT_EQ(pages.size(), 2u);
   EXPECT_EQ(pages[0].content, firstText);
   EXPECT_EQ(pages[1].content, secondText) << "what the failing page still had to do was done";
 }
 
 TEST_F(Convert, ReportsAFailingPrologOnce) {
-  write("in.ps", "nonesuch\n" + firstPage + failingPage + secondPage);
-  const Outcome outcome = shell("$Q convert in.ps out.pdf");
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.errors, StartsWith("quillpress: in.ps: prolog: Exception:"));
-  EXPECT_THAT(outcome.errors.substr(20), Not(HasSubstr("prolog")));
-  EXPECT_EQ(readPdf(pathOf("out.pdf")).size(), 2u);
+  EXPECT_EQ(pagesOf("nonesuch\n" + firstPage + failingPage + secondPage, "", 1).size(), 2u);
+  EXPECT_THAT(errors, StartsWith("quillpress: in.ps: prolog: Exception:"));
+  EXPECT_THAT(errors.substr(20), Not(HasSubstr("prolog")));
 }
 
 TEST_F(Convert, TellsOfAPageWithoutItsEndAndGoesOnAfterIt) {
   for (const std::string open : {"(text", "{1 2", "currentfile 4 string readhexstring 11 22",
                                  "currentfile 99 string readstring 11"}) {
-    write("in.ps", firstPage + open + "\n" + secondPage);
-    const Outcome outcome = shell("$Q convert in.ps out.pdf");
-    EXPECT_EQ(outcome.status, 1) << open;
-    EXPECT_THAT(outcome.errors, HasSubstr("page 1: its end is missing")) << open;
-    const auto pages = readPdf(pathOf("out.pdf"));
+    const auto pages = pagesOf(firstPage + open + "\n" + secondPage, "", 1);
+    EXPECT_THAT(errors, HasSubstr("page 1: its end is missing")) << open;
     ASSERT_EQ(pages.size(), 2u) << open;
     EXPECT_EQ(pages[0].content, firstText) << open;
     EXPECT_EQ(pages[1].content, secondText) << open;
@@ -150,13 +187,12 @@ TEST_F(Convert, PlacesPatternsWithTheirMatrix) {
 
 TEST_F(Convert, LeavesOutWhatIsNoPdf) {
   // Without a BBox the library's dictionary text has no value for its key.
-  write("in.ps",
-        "/p 9 dict def p /XStep 1 put p /YStep 1 put p /PaintProc {pop} put "
-        "p [1 0 0 1 0 0] makepattern /P exch def P setpattern\n");
-  const Outcome outcome = shell("$Q convert in.ps out.pdf");
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.errors, HasSubstr("page 1: /PA1 is missing"));
-  EXPECT_THAT(readPdf(pathOf("out.pdf")).at(0).resources, IsEmpty());
+  const auto pages = pagesOf(
+      "/p 9 dict def p /XStep 1 put p /YStep 1 put p /PaintProc {pop} put "
+      "p [1 0 0 1 0 0] makepattern /P exch def P setpattern\n",
+      "", 1);
+  EXPECT_THAT(errors, HasSubstr("page 1: /PA1 is missing"));
+  EXPECT_THAT(pages.at(0).resources, IsEmpty());
 }
 
 TEST_F(Convert, WritesTheMatrixThatTheProgramTookForGranted) {
@@ -176,61 +212,51 @@ TEST_F(Convert, GivesSurplusRestoresTheStateOfThePagesStart) {
 
 TEST_F(Convert, GivesTheSameFileEachTime) {
   write("in.ps", firstPage + largeImage('5') + pattern);
-  ASSERT_EQ(shell("$Q convert in.ps a.pdf && $Q convert - - <in.ps >b.pdf").status, 0);
+  ASSERT_EQ(shell("$Q convert in.ps a.pdf && $Q convert - - <in.ps >b.pdf"), 0);
   EXPECT_EQ(read("a.pdf"), read("b.pdf"));
 }
 
-struct Misuse {
-  const char* name;
-  const char* line;
-  const char* words;
-};
-
-class Misused : public QuillpressTest, public testing::WithParamInterface<Misuse> {};
-
-TEST_P(Misused, SaysWhatIsWrongAndLeavesNothing) {
+// What is said of a line, which leaves all files as they were.
+TEST_F(Convert, SaysWhatIsWrongAndLeavesNothing) {
+  const std::pair<const char*, const char*> misuses[] = {
+      {"$Q", "--help"},
+      {"$Q convert in.ps", "OUTPUT is required"},
+      {"$Q convert --page-size B5 in.ps old.pdf", "A4, Letter or WIDTHxHEIGHT"},
+      {"$Q convert --page-size 0x9 in.ps old.pdf", "not 0x9"},
+      {"$Q convert --matrix 1,0,0,1,0 in.ps old.pdf", "six numbers"},
+      {"$Q convert --matrix 1,0,0,1,0,0,0 in.ps old.pdf", "six numbers"},
+      {"$Q convert --matrix 1,1,1,1,0,0 in.ps old.pdf", "not 0"},
+      {"$Q convert none.ps old.pdf", "cannot read none.ps: No such file or directory"},
+      {"$Q convert . old.pdf", "Is a directory; give the name of a file"},
+      {"$Q convert empty.ps old.pdf", "empty.ps is empty"},
+      {"printf %s-1.4 %PDF | $Q convert - old.pdf", "standard input is a PDF file"},
+      {"$Q convert in.ps ./in.ps", "INPUT and OUTPUT are both"},
+      {"$Q convert bad.ps old.pdf", "no page of bad.ps could be converted"},
+      {"$Q convert in.ps .", "cannot write .: Is a directory"},
+      {"$Q convert in.ps none/out.pdf", "check the path"},
+      {"$Q convert in.ps /dev/full", "cannot write /dev/full: No space left on device"},
+      {"$Q convert in.ps - >/dev/full", "standard output: No space left"},
+      {"(trap '' XFSZ; ulimit -f 0; $Q convert in.ps old.pdf)",
+       "cannot write old.pdf: File too large"},
+  };
   write("in.ps", firstPage);
   write("bad.ps", failingPage);
   write("empty.ps", "");
   write("old.pdf", "old");
-  const Outcome outcome = shell(GetParam().line);
-  EXPECT_EQ(outcome.status, 2);
-  EXPECT_THAT(outcome.errors, HasSubstr(GetParam().words));
-  EXPECT_EQ(read("old.pdf"), "old");
-  EXPECT_EQ(read("in.ps"), firstPage);
-  EXPECT_THAT(files(), ElementsAre("bad.ps", "empty.ps", "in.ps", "old.pdf", "stdout"));
+  for (const auto& [line, words] : misuses) {
+    SCOPED_TRACE(line);
+    EXPECT_EQ(shell(line), 2);
+    EXPECT_THAT(errors, HasSubstr(words));
+    EXPECT_EQ(read("old.pdf"), "old");
+    EXPECT_EQ(read("in.ps"), firstPage);
+    EXPECT_THAT(files(), ElementsAre("bad.ps", "empty.ps", "in.ps", "old.pdf", "stdout"));
+  }
 }
-
-constexpr Misuse misuses[] = {
-    {"no_command", "$Q", "--help"},
-    {"no_output", "$Q convert in.ps", "OUTPUT is required"},
-    {"unknown_size", "$Q convert --page-size B5 in.ps old.pdf", "A4, Letter or WIDTHxHEIGHT"},
-    {"no_width", "$Q convert --page-size 0x9 in.ps old.pdf", "not 0x9"},
-    {"five_numbers", "$Q convert --matrix 1,0,0,1,0 in.ps old.pdf", "six numbers"},
-    {"seven_numbers", "$Q convert --matrix 1,0,0,1,0,0,0 in.ps old.pdf", "six numbers"},
-    {"flat_matrix", "$Q convert --matrix 1,1,1,1,0,0 in.ps old.pdf", "not 0"},
-    {"no_input", "$Q convert none.ps old.pdf", "cannot read none.ps: No such file or directory"},
-    {"directory", "$Q convert . old.pdf", "Is a directory; give the name of a file"},
-    {"empty", "$Q convert empty.ps old.pdf", "empty.ps is empty"},
-    {"no_postscript", "printf %s-1.4 %PDF | $Q convert - old.pdf", "standard input is a PDF file"},
-    {"onto_itself", "$Q convert in.ps ./in.ps", "INPUT and OUTPUT are both"},
-    {"all_pages_fail", "$Q convert bad.ps old.pdf", "no page of bad.ps could be converted"},
-    {"into_a_directory", "$Q convert in.ps .", "cannot write .: Is a directory"},
-    {"no_such_folder", "$Q convert in.ps none/out.pdf", "check the path"},
-    {"full_device", "$Q convert in.ps /dev/full",
-     "cannot write /dev/full: No space left on device"},
-    {"full_standard_output", "$Q convert in.ps - >/dev/full", "standard output: No space left"},
-    {"full_disk", "(trap '' XFSZ; ulimit -f 0; $Q convert in.ps old.pdf)",
-     "cannot write old.pdf: File too large"},
-};
-
-INSTANTIATE_TEST_SUITE_P(Convert, Misused, testing::ValuesIn(misuses),
-                         [](const auto& test) { return test.param.name; });
 
 TEST_F(Convert, ReplacesTheOutputWholeAndKeepsItsMode) {
   write("in.ps", firstPage);
   write("out.pdf", "old");
-  ASSERT_EQ(shell("chmod 640 out.pdf && ln -s out.pdf link && $Q convert in.ps link").status, 0);
+  ASSERT_EQ(shell("chmod 640 out.pdf && ln -s out.pdf link && $Q convert in.ps link"), 0);
   EXPECT_TRUE(std::filesystem::is_symlink(pathOf("link")));
   EXPECT_EQ(readPdf(pathOf("out.pdf")).size(), 1u);
   EXPECT_EQ(static_cast<int>(std::filesystem::status(pathOf("out.pdf")).permissions()), 0640);
@@ -238,9 +264,9 @@ TEST_F(Convert, ReplacesTheOutputWholeAndKeepsItsMode) {
 }
 
 TEST_F(Convert, HelpsAndTellsItsVersion) {
-  EXPECT_EQ(shell("$Q --version").status, 0);
+  EXPECT_EQ(shell("$Q --version"), 0);
   EXPECT_THAT(read("stdout"), StartsWith("quillpress "));
-  EXPECT_EQ(shell("$Q convert --help").status, 0);
+  EXPECT_EQ(shell("$Q convert --help"), 0);
   EXPECT_THAT(read("stdout"), HasSubstr("--page-size"));
 }
 
@@ -250,9 +276,8 @@ TEST_F(Convert, AllSamplesGiveSoundFiles) {
     const std::string path = sample.path().string();
     if (path.ends_with("ps")) {
       ++count;
-      const Outcome outcome =
-          shell("$Q convert '" + path + "' out.pdf && qpdf --check out.pdf >/dev/null");
-      EXPECT_EQ(outcome.status, 0) << path << ": " << outcome.errors;
+      EXPECT_EQ(shell("$Q convert '" + path + "' out.pdf && qpdf --check out.pdf >/dev/null"), 0)
+          << path << ": " << errors;
     }
   }
   EXPECT_GE(count, 5);

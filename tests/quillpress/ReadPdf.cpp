@@ -1,10 +1,12 @@
+#include "tests/quillpress/ReadPdf.h"
+
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <qpdf/Buffer.hh>
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFPageDocumentHelper.hh>
 #include <qpdf/QPDFPageObjectHelper.hh>
-
-#include "tests/quillpress/Quillpress.h"
 
 namespace quillpress {
 namespace {

@@ -104,8 +104,7 @@ TEST_F(ConfigStoreTest, WithoutRoomForTheFilesNameThereIsNoFile) {
 
 // Whatever fails on the way, nothing stays open, and the next job finds its settings.
 TEST_F(ConfigStoreTest, EveryFailureIsQuiet) {
-  bool failedOnce = false;
-  for (std::size_t n = 1; n < 2000; ++n) {
+  for (std::size_t n = 1, calls = 1; n <= calls; ++n) {
     SimulatedPlatform fresh;
     fresh.machine.profiles.setSection(ini, u"init", {u"overrideUserSettings=1", u"a=b"});
     {
@@ -113,16 +112,13 @@ TEST_F(ConfigStoreTest, EveryFailureIsQuiet) {
       fresh.machine.journal.clear();
       fresh.machine.journal.failCall(n);
       applyOverrideUserSettings(each);
-      const OwnedKey opened = openPrinterKey(each, keyRead);
-      failedOnce = failedOnce || !opened;
+      openPrinterKey(each, keyRead);
     }
+    calls = fresh.machine.journal.calls().size();
     fresh.platform.process = {};  // gives back what the process keeps for its life
     EXPECT_EQ(fresh.openHandles(), 0u) << n;
     EXPECT_TRUE(fresh.machine.messages.boxes.empty()) << n;
-    if (fresh.machine.journal.calls().size() < n) break;
-    ASSERT_LT(n, 1999u);
   }
-  EXPECT_TRUE(failedOnce);
 }
 
 }  // namespace

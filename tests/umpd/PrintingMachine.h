@@ -26,13 +26,9 @@ class PrintingMachine {
     journal.before("wait", [this] { answerAsLauncher(); });
   }
 
-  // Now, or when it is started as a program.
   void startLauncher() {
     machine.objects.holdElsewhere(SimulatedObject::Kind::mutex, channel + u"_mutex");
     machine.objects.holdElsewhere(SimulatedObject::Kind::event, channel + u"_event");
-  }
-  void launcherStartsOnDemand() {
-    machine.processes.program = [this](const ProcessRequest&) { startLauncher(); };
   }
   void stopLauncher() { machine.objects.dropElsewhere(channel + u"_mutex"); }
 

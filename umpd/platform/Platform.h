@@ -67,7 +67,7 @@ class Modules {
  public:
   virtual ~Modules() = default;
   virtual OwnedModule load(const std::u16string& name) = 0;
-  virtual FunctionAddress find(ModuleHandle module, const std::string& function) = 0;
+  virtual FunctionAddress find(ModuleHandle module, const char* function) = 0;
   virtual void close(ModuleHandle module) = 0;
 };
 

@@ -52,7 +52,7 @@ OwnedModule SimulatedModules::load(const std::u16string& name) {
   return OwnedModule(*this, handle);
 }
 
-FunctionAddress SimulatedModules::find(ModuleHandle module, const std::string& function) {
+FunctionAddress SimulatedModules::find(ModuleHandle module, const char* function) {
   if (!journal_.may("findFunction", wide(function))) return {};
   const auto loaded = loaded_.find(module);
   if (loaded != loaded_.end() && present[loaded->second].count(function) != 0)

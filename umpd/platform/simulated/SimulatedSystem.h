@@ -27,7 +27,7 @@ class SimulatedModules : public Modules {
  public:
   explicit SimulatedModules(Journal& journal) : journal_(journal) {}
   OwnedModule load(const std::u16string& name) override;
-  FunctionAddress find(ModuleHandle module, const std::string& function) override;
+  FunctionAddress find(ModuleHandle module, const char* function) override;
   void close(ModuleHandle module) override;
 
   // What the machine has: modules in lower case, with their functions.

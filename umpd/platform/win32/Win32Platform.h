@@ -13,7 +13,7 @@ class Win32Version : public SystemVersion {
 class Win32Modules : public Modules {
  public:
   OwnedModule load(const std::u16string& name) override;
-  FunctionAddress find(ModuleHandle module, const std::string& function) override;
+  FunctionAddress find(ModuleHandle module, const char* function) override;
   void close(ModuleHandle module) override;
 };
 

@@ -62,8 +62,8 @@ OwnedModule Win32Modules::load(const std::u16string& name) {
   return OwnedModule(*this, from<ModuleHandle>(LoadLibraryW(wide(name))));
 }
 
-FunctionAddress Win32Modules::find(ModuleHandle module, const std::string& function) {
-  return from<FunctionAddress>(GetProcAddress(as<HMODULE>(module), function.c_str()));
+FunctionAddress Win32Modules::find(ModuleHandle module, const char* function) {
+  return from<FunctionAddress>(GetProcAddress(as<HMODULE>(module), function));
 }
 
 void Win32Modules::close(ModuleHandle module) {
