@@ -51,8 +51,8 @@ LauncherStruct* LauncherProxy::openRecord() {
 }
 
 // What stands behind the text's terminator stays.
-void LauncherProxy::store(char (&field)[LauncherStruct::fieldSize], std::u16string_view text) {
+void LauncherProxy::store(char (&field)[launcherFieldSize], std::u16string_view text) {
   const std::string narrow =
-      platform.text.narrow(std::u16string(text)).substr(0, LauncherStruct::fieldSize - 1);
+      platform.text.narrow(std::u16string(text)).substr(0, launcherFieldSize - 1);
   std::memcpy(field, narrow.c_str(), narrow.size() + 1);
 }

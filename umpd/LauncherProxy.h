@@ -26,7 +26,7 @@ class LauncherProxy {
 
  private:
   LauncherStruct* openRecord();
-  void store(char (&field)[LauncherStruct::fieldSize], std::u16string_view text);
+  void store(char (&field)[launcherFieldSize], std::u16string_view text);
 
   Platform& platform;
   InterProcessComms<LauncherStruct> channel;
