@@ -49,17 +49,15 @@ RunningProcedure::~RunningProcedure() {
   giveUp(object);
 }
 
-ForOperator::ForOperator() : ForOperator(nullptr, nullptr, nullptr, nullptr, true, nullptr) {}
+ForOperator::ForOperator() : ForOperator(nullptr, nullptr, nullptr, nullptr, nullptr) {}
 
 ForOperator::ForOperator(PostscriptObject* controlVariable, PostscriptObject* procedure,
-                         PostscriptObject* end, PostscriptObject* step, bool goesUpward,
-                         PostscriptObject* first)
+                         PostscriptObject* end, PostscriptObject* step, PostscriptObject* first)
     : NameObject("for"),
       control(controlVariable),
       proc(procedure),
       limit(end),
       increment(step),
-      up(goesUpward),
       initial(first) {
   if (control) ++control->refCount;
   keep(limit);
@@ -88,10 +86,11 @@ void ForOperator::begin(Interpreter& ps) {
   const bool anyReal = limit->type == TypeTag::real || increment->type == TypeTag::real ||
                        initial->type == TypeTag::real;
   const Held<> control = controlOf(ps, *initial, anyReal);
-  const bool up = goesUp(*increment);
-  ps.hold(
-        new ForOperator(control.get(), proc.get(), limit.get(), increment.get(), up, initial.get()))
-      ->round(ps);
+  const Held<ForOperator> loop = ps.hold(
+      new ForOperator(control.get(), proc.get(), limit.get(), increment.get(), initial.get()));
+  // A failure here leaves the counts that the loop has taken.
+  loop->up = goesUp(*increment);
+  loop->round(ps);
 }
 
 void ForOperator::addIncrement() {

@@ -31,7 +31,7 @@ class ForOperator : public NameObject {
  public:
   ForOperator();
   ForOperator(PostscriptObject* control, PostscriptObject* proc, PostscriptObject* limit,
-              PostscriptObject* increment, bool up, PostscriptObject* initial);
+              PostscriptObject* increment, PostscriptObject* initial);
   ~ForOperator() override;
   void execute(Interpreter& ps) override;
 
@@ -45,7 +45,7 @@ class ForOperator : public NameObject {
   // Popped and never counted: kept in memory only.
   PostscriptObject* const limit;
   PostscriptObject* const increment;
-  const bool up;
+  bool up = true;
   PostscriptObject* const initial;
 };
 
