@@ -13,17 +13,17 @@ namespace {
 
 class Lines {
  public:
-  explicit Lines(std::string_view text) : rest_(text) {}
+  explicit Lines(std::string_view text) : rest(text) {}
   std::u16string next() {
-    const std::string_view line = rest_.substr(0, rest_.find('\n'));
-    rest_.remove_prefix(line.size() + (line.size() < rest_.size()));
+    const std::string_view line = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(line.size() + (line.size() < rest.size()));
     std::u16string text;
     for (const char c : line.substr(0, line.find('\0'))) text += static_cast<unsigned char>(c);
     return text;
   }
 
  private:
-  std::string_view rest_;
+  std::string_view rest;
 };
 
 }  // namespace

@@ -130,8 +130,11 @@ TQP_EXPORT void PSClose(void* converter);
  * Threads: jobs of several threads and processes may run at a time; starts, writes and ends take
  * turns, over the whole machine. One job is used by one thread at a time. A write or an end may
  * take as long as the launcher does to answer. No call throws. Failures that the user should know
- * of are shown in message boxes. Jobs should be ended before the library is unloaded: one that was
- * not is given up as it stands.
+ * of are shown in message boxes.
+ *
+ * Jobs should be ended before the library is unloaded: one that was not is given up as it stands. A
+ * process should load the library once: with each unloading the runtime in it leaves some 80 KB and
+ * a few handles behind.
  */
 
 /*

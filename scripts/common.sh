@@ -42,3 +42,43 @@ need() {
 
 # What a build for this machine takes.
 native_packages=(g++ python3 cmake ninja-build googletest libcli11-dev libqpdf-dev)
+# What a build for Windows takes besides, and what its programs run under.
+windows_packages=(g++-mingw-w64-x86-64-posix wine wine64)
+
+# run_step LOG COMMAND...: its output goes to the log, whose end is shown when it fails.
+run_step() {
+  local log=$1
+  shift
+  mkdir -p "$(dirname "$log")"
+  if "$@" >"$log" 2>&1 </dev/null; then
+    return 0
+  fi
+  tail -n 60 "$log" >&2
+  say "Failed: $* (all of it is in $log)"
+  return 1
+}
+
+# build PRESET TARGET...: says nothing unless it fails, which ends the script.
+build() {
+  local preset=$1 log="$root/build/$1"
+  shift
+  [ -d "$log" ] || say "Building $*, which takes a minute or two"
+  { run_step "$log-configure.log" cmake -S "$root" --preset "$preset" &&
+    run_step "$log-build.log" cmake --build "$root/build/$preset" --target "$@"; } ||
+    die "the build failed"
+}
+
+# use_wine PREFIX: a Wine of the build's own, which neither finds nor leaves anything in the user's,
+# and whose message boxes nobody has to close.
+use_wine() {
+  export WINEPREFIX=$1 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+  unset DISPLAY
+}
+
+# Makes the Wine that is used, if it is not there yet.
+prepare_wine() {
+  [ ! -f "$WINEPREFIX/system.reg" ] || return 0
+  say "== Wine"
+  mkdir -p "$WINEPREFIX"
+  run_step "$root/build/wineboot.log" wineboot --init
+}

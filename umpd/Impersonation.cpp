@@ -3,29 +3,28 @@
 #include "umpd/Report.h"
 
 void Impersonation::revertToSpooler() {
-  if (platform_.version.isWin9x()) return;
-  spoolerModule_ = platform_.modules.load(u"spoolss.dll");
-  if (!spoolerModule_) {
-    reportLastError(platform_, u"LoadLibrary spoolss.dll", serviceNotification);
+  if (platform.version.isWin9x()) return;
+  spoolerModule = platform.modules.load(u"spoolss.dll");
+  if (!spoolerModule) {
+    reportLastError(platform, u"LoadLibrary spoolss.dll", serviceNotification);
     return;
   }
-  const FunctionAddress revert =
-      platform_.modules.find(spoolerModule_.get(), "RevertToPrinterSelf");
+  const FunctionAddress revert = platform.modules.find(spoolerModule.get(), "RevertToPrinterSelf");
   if (revert == FunctionAddress{}) {
-    reportLastError(platform_, u"GetProcAddress RevertToPrinterSelf", serviceNotification);
-    spoolerModule_.reset();
+    reportLastError(platform, u"GetProcAddress RevertToPrinterSelf", serviceNotification);
+    spoolerModule.reset();
     return;
   }
-  revertToken_ = platform_.spooler.revertToPrinterSelf(revert);
+  revertToken = platform.spooler.revertToPrinterSelf(revert);
 }
 
 void Impersonation::returnToClient() {
-  if (spoolerModule_ && revertToken_ != TokenHandle{}) {
+  if (spoolerModule && revertToken != TokenHandle{}) {
     const FunctionAddress impersonate =
-        platform_.modules.find(spoolerModule_.get(), "ImpersonatePrinterClient");
+        platform.modules.find(spoolerModule.get(), "ImpersonatePrinterClient");
     if (impersonate != FunctionAddress{})
-      platform_.spooler.impersonatePrinterClient(impersonate, revertToken_);
+      platform.spooler.impersonatePrinterClient(impersonate, revertToken);
   }
-  revertToken_ = {};
-  spoolerModule_.reset();
+  revertToken = {};
+  spoolerModule.reset();
 }

@@ -6,7 +6,7 @@
 
 class Impersonation {
  public:
-  explicit Impersonation(Platform& platform) : platform_(platform) {}
+  explicit Impersonation(Platform& machine) : platform(machine) {}
   // Whatever ends a job between the two steps, its client's rights are back.
   ~Impersonation() { returnToClient(); }
 
@@ -15,7 +15,7 @@ class Impersonation {
   void returnToClient();
 
  private:
-  Platform& platform_;
-  OwnedModule spoolerModule_;
-  TokenHandle revertToken_{};
+  Platform& platform;
+  OwnedModule spoolerModule;
+  TokenHandle revertToken{};
 };

@@ -16,14 +16,14 @@ std::u16string buildChannelName(Platform& platform, std::u16string_view name) {
 }
 
 template <class Record>
-InterProcessComms<Record>::InterProcessComms(Platform& platform, std::u16string_view name,
-                                             std::uint32_t timeout)
-    : platform_(platform), timeout_(timeout) {
+InterProcessComms<Record>::InterProcessComms(Platform& machine, std::u16string_view name,
+                                             std::uint32_t milliseconds)
+    : platform(machine), timeout(milliseconds) {
   const std::u16string base = buildChannelName(platform, name);
-  endEventName_ = base + u"_end";
-  mutexName_ = base + u"_mutex";
-  mappingName_ = base + u"_sm";
-  eventName_ = base + u"_event";
+  endEventName = base + u"_end";
+  mutexName = base + u"_mutex";
+  mappingName = base + u"_sm";
+  eventName = base + u"_event";
 }
 
 template <class Record>
@@ -36,52 +36,52 @@ InterProcessComms<Record>::~InterProcessComms() {
 
 template <class Record>
 bool InterProcessComms<Record>::isReceiverReady() {
-  return static_cast<bool>(platform_.objects.openMutex(mutexName_));
+  return static_cast<bool>(platform.objects.openMutex(mutexName));
 }
 
 template <class Record>
 Record* InterProcessComms<Record>::openSharedMemory() {
-  if (!memory_.view && !openMapping()) return nullptr;
-  return reinterpret_cast<Record*>(memory_.view.get());
+  if (!memory.view && !openMapping()) return nullptr;
+  return reinterpret_cast<Record*>(memory.view.get());
 }
 
 // A mapping stands for as long as either side has it open; the side that comes first makes it.
 template <class Record>
 bool InterProcessComms<Record>::openMapping() {
   SharedMemoryView opened;
-  opened.mapping = platform_.objects.openMapping(mappingName_);
+  opened.mapping = platform.objects.openMapping(mappingName);
   if (!opened.mapping) {
     SecurityAttributesHolder security;
-    opened.mapping = platform_.objects.createMapping(buildSecurityAttributes(platform_, security),
-                                                     mappingName_, sizeof(Record));
+    opened.mapping = platform.objects.createMapping(buildSecurityAttributes(platform, security),
+                                                    mappingName, sizeof(Record));
     if (!opened.mapping) return false;
     opened.created = true;
   }
-  opened.view = platform_.objects.mapView(opened.mapping.get());
+  opened.view = platform.objects.mapView(opened.mapping.get());
   if (!opened.view) return false;
-  memory_ = std::move(opened);
+  memory = std::move(opened);
   return true;
 }
 
 template <class Record>
 bool InterProcessComms<Record>::sendMsg() {
-  if (!memory_.view) return false;
+  if (!memory.view) return false;
   if (!isReceiverReady()) {
     traceMessage("IPC sendMsg isReceiverReady failed\n");
     return false;
   }
   const OwnedObject endEvent = createEndEvent();
   if (!endEvent) {
-    reportLastError(platform_, u"IPC sendMsg create event failed", 0);
+    reportLastError(platform, u"IPC sendMsg create event failed", 0);
     return false;
   }
-  traceMessage("Created event %s\n", endEventName_.c_str());
+  traceMessage("Created event %s\n", endEventName.c_str());
   const OwnedObject event = signalReceiver();
   if (!event) {
-    reportLastError(platform_, u"IPC sendMsg setting event failed", 0);
+    reportLastError(platform, u"IPC sendMsg setting event failed", 0);
     return false;
   }
-  if (platform_.objects.wait(endEvent.get(), timeout_) == WaitAnswer::timedOut) {
+  if (platform.objects.wait(endEvent.get(), timeout) == WaitAnswer::timedOut) {
     traceMessage("IPC sendMsg listen.block failed\n");
     return false;
   }
@@ -92,19 +92,19 @@ template <class Record>
 OwnedObject InterProcessComms<Record>::createEndEvent() {
   SecurityAttributesHolder security;
   OwnedObject event =
-      platform_.objects.createEvent(buildSecurityAttributes(platform_, security), endEventName_);
-  traceMessage("TqpEvent %s handle %d \n", endEventName_.c_str(), event.get());
+      platform.objects.createEvent(buildSecurityAttributes(platform, security), endEventName);
+  traceMessage("TqpEvent %s handle %d \n", endEventName.c_str(), event.get());
   return event;
 }
 
 template <class Record>
 OwnedObject InterProcessComms<Record>::signalReceiver() {
-  OwnedObject event = platform_.objects.openEvent(eventName_);
+  OwnedObject event = platform.objects.openEvent(eventName);
   if (!event) {
-    traceMessage("Open TqpEvent [%s] failed.\n", eventName_.c_str());
+    traceMessage("Open TqpEvent [%s] failed.\n", eventName.c_str());
     return {};
   }
-  if (!platform_.objects.setEvent(event.get())) return {};
+  if (!platform.objects.setEvent(event.get())) return {};
   return event;
 }
 

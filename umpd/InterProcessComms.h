@@ -26,7 +26,7 @@ template <class Record>
 class InterProcessComms {
  public:
   // timeout: of the wait for the answer, in milliseconds.
-  InterProcessComms(Platform& platform, std::u16string_view name, std::uint32_t timeout);
+  InterProcessComms(Platform& machine, std::u16string_view name, std::uint32_t milliseconds);
   virtual ~InterProcessComms();
   InterProcessComms(const InterProcessComms&) = delete;
   InterProcessComms& operator=(const InterProcessComms&) = delete;
@@ -46,11 +46,11 @@ class InterProcessComms {
   OwnedObject signalReceiver();
   bool openMapping();
 
-  Platform& platform_;
-  std::u16string endEventName_;
-  std::u16string mutexName_;
-  std::u16string mappingName_;
-  std::u16string eventName_;
-  std::uint32_t timeout_;
-  SharedMemoryView memory_;
+  Platform& platform;
+  std::u16string endEventName;
+  std::u16string mutexName;
+  std::u16string mappingName;
+  std::u16string eventName;
+  std::uint32_t timeout;
+  SharedMemoryView memory;
 };

@@ -10,16 +10,16 @@ void JobDeleter::operator()(UmDriver* job) const {
 }
 
 UmDriver* JobRecords::add(const JobPointer& job) {
-  const std::lock_guard lock(mutex_);
-  jobs_->emplace(job.get(), job);
+  const std::lock_guard lock(mutex);
+  jobs->emplace(job.get(), job);
   return job.get();
 }
 
 JobPointer JobRecords::find(const void* address, std::uint32_t statusBits, const char* complaint) {
   {
-    const std::lock_guard lock(mutex_);
-    const auto found = jobs_->find(address);
-    if (found != jobs_->end()) {
+    const std::lock_guard lock(mutex);
+    const auto found = jobs->find(address);
+    if (found != jobs->end()) {
       const JobPointer& job = found->second;
       if (job->magic == UmDriver::magicWord && (job->status & statusBits) == statusBits) return job;
     }
@@ -30,11 +30,11 @@ JobPointer JobRecords::find(const void* address, std::uint32_t statusBits, const
 
 JobPointer JobRecords::take(const void* address, std::uint32_t statusBits, const char* complaint) {
   JobPointer job = find(address, statusBits, complaint);
-  const std::lock_guard lock(mutex_);
-  if (job && jobs_->erase(address) == 0) return nullptr;
+  const std::lock_guard lock(mutex);
+  if (job && jobs->erase(address) == 0) return nullptr;
   return job;
 }
 
 void JobRecords::abandon() {
-  static_cast<void>(jobs_.release());
+  static_cast<void>(jobs.release());
 }

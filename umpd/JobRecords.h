@@ -51,9 +51,9 @@ class JobRecords {
   UmDriver* add(const JobPointer& job);
 
   // Jobs of several threads start and end at the same time.
-  std::mutex mutex_;
+  std::mutex mutex;
   // On the heap, where abandon() leaves it.
-  std::unique_ptr<Jobs> jobs_ = std::make_unique<Jobs>();
+  std::unique_ptr<Jobs> jobs = std::make_unique<Jobs>();
 };
 
 template <class Job>

@@ -6,21 +6,21 @@
 #include "umpd/Folders.h"
 #include "umpd/Report.h"
 
-LauncherProxy::LauncherProxy(Platform& platform)
-    : platform_(platform), channel_(platform, u"tqpsend", noTimeLimit) {}
+LauncherProxy::LauncherProxy(Platform& machine)
+    : platform(machine), channel(machine, u"tqpsend", noTimeLimit) {}
 
 LauncherProxy::~LauncherProxy() = default;
 
 bool LauncherProxy::isLauncherRunning() {
-  return channel_.isReceiverReady();
+  return channel.isReceiverReady();
 }
 
 bool LauncherProxy::startLauncher() {
   if (isLauncherRunning()) return true;
-  const std::optional<std::u16string> program = driverFile(platform_, u"tqpmsnd.exe");
+  const std::optional<std::u16string> program = driverFile(platform, u"tqpmsnd.exe");
   if (!program) return false;
   constexpr std::uint16_t hidden = 0;
-  return static_cast<bool>(platform_.processes.create(
+  return static_cast<bool>(platform.processes.create(
       {.commandLine = *program, .directory = {}, .creationFlags = 0, .showState = hidden}));
 }
 
@@ -30,7 +30,7 @@ bool LauncherProxy::startprint(std::u16string_view printerName) {
   if (!record) return false;
   store(record->printerName, printerName);
   store(record->command, u"startprint");
-  return channel_.sendMsg();
+  return channel.sendMsg();
 }
 
 bool LauncherProxy::stopprint(std::u16string_view printerName, std::u16string_view docName,
@@ -41,18 +41,18 @@ bool LauncherProxy::stopprint(std::u16string_view printerName, std::u16string_vi
   store(record->docName, docName);
   store(record->outputFile, outputFile);
   store(record->command, u"stopprint");
-  return channel_.sendMsg();
+  return channel.sendMsg();
 }
 
 LauncherStruct* LauncherProxy::openRecord() {
-  LauncherStruct* record = channel_.openSharedMemory();
+  LauncherStruct* record = channel.openSharedMemory();
   if (!record) traceMessage("Aquire failed\n");
   return record;
 }
 
 // What stands behind the text's terminator stays.
-void LauncherProxy::store(char (&field)[LauncherStruct::fieldSize], std::u16string_view text) {
+void LauncherProxy::store(char (&field)[launcherFieldSize], std::u16string_view text) {
   const std::string narrow =
-      platform_.text.narrow(std::u16string(text)).substr(0, LauncherStruct::fieldSize - 1);
+      platform.text.narrow(std::u16string(text)).substr(0, launcherFieldSize - 1);
   std::memcpy(field, narrow.c_str(), narrow.size() + 1);
 }

@@ -11,7 +11,7 @@
 
 class LauncherProxy {
  public:
-  explicit LauncherProxy(Platform& platform);
+  explicit LauncherProxy(Platform& machine);
   virtual ~LauncherProxy();
 
   bool isLauncherRunning();
@@ -26,8 +26,8 @@ class LauncherProxy {
 
  private:
   LauncherStruct* openRecord();
-  void store(char (&field)[LauncherStruct::fieldSize], std::u16string_view text);
+  void store(char (&field)[launcherFieldSize], std::u16string_view text);
 
-  Platform& platform_;
-  InterProcessComms<LauncherStruct> channel_;
+  Platform& platform;
+  InterProcessComms<LauncherStruct> channel;
 };

@@ -5,11 +5,11 @@
 
 #include "umpd/SecurityAttributesHolder.h"
 
-NamedMutex::NamedMutex(Platform& platform, std::u16string name)
-    : platform_(platform), name_(std::move(name)) {
+NamedMutex::NamedMutex(Platform& machine, std::u16string mutexName)
+    : platform(machine), name(std::move(mutexName)) {
   SecurityAttributesHolder security;
-  handle_ = platform.objects.createMutex(buildSecurityAttributes(platform, security), name_);
-  if (handle_) return;
+  handle = platform.objects.createMutex(buildSecurityAttributes(platform, security), name);
+  if (handle) return;
   const std::optional<std::u16string> reason =
       platform.messages.errorText(platform.messages.lastError());
   platform.messages.narrowDebug("CreateMutex failed ");
@@ -17,14 +17,14 @@ NamedMutex::NamedMutex(Platform& platform, std::u16string name)
 }
 
 void NamedMutex::wait() {
-  if (open()) platform_.objects.wait(handle_.get(), noTimeLimit);
+  if (open()) platform.objects.wait(handle.get(), noTimeLimit);
 }
 
 void NamedMutex::release() {
-  if (open()) platform_.objects.releaseMutex(handle_.get());
+  if (open()) platform.objects.releaseMutex(handle.get());
 }
 
 bool NamedMutex::open() {
-  if (!handle_) handle_ = platform_.objects.openMutex(name_);
-  return static_cast<bool>(handle_);
+  if (!handle) handle = platform.objects.openMutex(name);
+  return static_cast<bool>(handle);
 }

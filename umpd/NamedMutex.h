@@ -11,7 +11,7 @@
 class NamedMutex {
  public:
   // Makes the mutex, or opens the one that stands. A failure is told to the debugger.
-  NamedMutex(Platform& platform, std::u16string name);
+  NamedMutex(Platform& machine, std::u16string mutexName);
 
   void wait();
   void release();
@@ -20,7 +20,7 @@ class NamedMutex {
   // A mutex that could not be made may have been made by others meanwhile.
   bool open();
 
-  Platform& platform_;
-  std::u16string name_;
-  OwnedObject handle_;
+  Platform& platform;
+  std::u16string name;
+  OwnedObject handle;
 };

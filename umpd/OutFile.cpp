@@ -6,10 +6,9 @@ OutFile::~OutFile() {
 
 bool OutFile::open(const std::u16string& path, bool append) {
   close();
-  handle =
-      files_.openForWriting(path, append ? Disposition::openAlways : Disposition::createAlways);
+  handle = files.openForWriting(path, append ? Disposition::openAlways : Disposition::createAlways);
   if (handle == invalidFile) return false;
-  if (append) files_.seekToEnd(handle);
+  if (append) files.seekToEnd(handle);
   return true;
 }
 
@@ -17,11 +16,11 @@ bool OutFile::write(std::span<const std::byte> data) {
   const auto length = static_cast<std::uint32_t>(data.size());
   if (handle == FileHandle{} || data.data() == nullptr || length == 0) return false;
   std::uint32_t written = 0;
-  files_.write(handle, data.first(length), written);
+  files.write(handle, data.first(length), written);
   return written == length;
 }
 
 void OutFile::close() {
-  if (handle != FileHandle{}) files_.close(handle);
+  if (handle != FileHandle{}) files.close(handle);
   handle = {};
 }

@@ -11,7 +11,7 @@
 
 class OutFile {
  public:
-  explicit OutFile(Files& files) : files_(files) {}
+  explicit OutFile(Files& machineFiles) : files(machineFiles) {}
   virtual ~OutFile();
   OutFile(const OutFile&) = delete;
   OutFile& operator=(const OutFile&) = delete;
@@ -24,5 +24,5 @@ class OutFile {
   FileHandle handle{};
 
  private:
-  Files& files_;
+  Files& files;
 };

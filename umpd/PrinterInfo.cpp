@@ -45,15 +45,15 @@ const PrinterInfo* PrinterInfoReader::readPrinterInfo2() {
     traceMessage("readPrinterInfo2 - No printer handle");
     return nullptr;
   }
-  info_.reset();
-  const SizeAnswer size = platform_.spooler.printerSize(printer);
+  info.reset();
+  const SizeAnswer size = platform.spooler.printerSize(printer);
   if (!size.succeeded && size.needed == 0) {
     traceMessage("getPrinter failed: %s, bytes needed=%d\n", size.error, size.needed);
     return nullptr;
   }
-  info_ = platform_.spooler.printer(printer, size.needed);
-  if (info_) return &*info_;
-  if (platform_.messages.lastError() == errorNotEnoughMemory)
+  info = platform.spooler.printer(printer, size.needed);
+  if (info) return &*info;
+  if (platform.messages.lastError() == errorNotEnoughMemory)
     traceMessage("readPrinterInfo2 - malloc failed");
   else
     traceMessage("readPrinterInfo2-failure to access the printer");
@@ -158,9 +158,9 @@ bool enumeratePrinters(Platform& platform, PrinterIteratorCallback& callback) {
 bool FindPort::operator()(const PrinterInfo& info) {
   if (!info.driverName || !equalsIgnoringCase(*info.driverName, defaultPrinterName)) return false;
   if (!info.portName) return false;
-  if (!equalsIgnoringCase(*info.portName, port_) &&
-      !equalsIgnoringCase(withCommas(*info.portName), port_))
+  if (!equalsIgnoringCase(*info.portName, sought) &&
+      !equalsIgnoringCase(withCommas(*info.portName), sought))
     return false;
-  result_ = info.printerName.value_or(u"");
+  name = info.printerName.value_or(u"");
   return true;
 }

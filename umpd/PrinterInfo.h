@@ -16,7 +16,7 @@ inline constexpr std::uint32_t printerAccessUse = 8;
 // Reads a printer's record and keeps the last one read. The handle is not owned.
 class PrinterInfoReader {
  public:
-  explicit PrinterInfoReader(Platform& platform) : platform_(platform) {}
+  explicit PrinterInfoReader(Platform& machine) : platform(machine) {}
 
   // Null on failure; valid until the next read.
   const PrinterInfo* readPrinterInfo2();
@@ -24,8 +24,8 @@ class PrinterInfoReader {
   PrinterHandle printer{};
 
  private:
-  Platform& platform_;
-  std::optional<PrinterInfo> info_;
+  Platform& platform;
+  std::optional<PrinterInfo> info;
 };
 
 // One record for each job that the printer's record counts; those that ended meanwhile are zeros at
@@ -57,10 +57,10 @@ bool enumeratePrinters(Platform& platform, PrinterIteratorCallback& callback);
 // Looks for the product's printer on a port.
 class FindPort : public PrinterIteratorCallback {
  public:
-  FindPort(std::u16string_view port, std::u16string& result) : port_(port), result_(result) {}
+  FindPort(std::u16string_view port, std::u16string& result) : sought(port), name(result) {}
   bool operator()(const PrinterInfo& info) override;
 
  private:
-  std::u16string_view port_;
-  std::u16string& result_;
+  std::u16string_view sought;
+  std::u16string& name;
 };

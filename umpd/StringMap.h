@@ -21,20 +21,20 @@ class StringMap {
     std::u16string value;
   };
 
-  explicit StringMap(Messages& messages) : messages_(messages) {}
+  explicit StringMap(Messages& machineMessages) : messages(machineMessages) {}
   virtual ~StringMap();
   StringMap(const StringMap&) = delete;
   StringMap& operator=(const StringMap&) = delete;
 
   // Replaces the value of a key that is there, even in a full map. False if the pair is lost.
   bool set(std::u16string_view key, std::u16string_view value);
-  void clear() { pairs_.clear(); }
+  void clear() { stored.clear(); }
 
   // Null if the key is not there. Valid until the map changes.
   const std::u16string* find(std::u16string_view key) const;
-  std::span<const Pair> pairs() const { return pairs_; }
+  std::span<const Pair> pairs() const { return stored; }
 
  private:
-  Messages& messages_;
-  std::vector<Pair> pairs_;
+  Messages& messages;
+  std::vector<Pair> stored;
 };

@@ -91,11 +91,11 @@ class UmDriver {
 // Holds the lock of all jobs until the end of its scope.
 class JobLock {
  public:
-  explicit JobLock(UmDriver& job) : job_(job) { job_.waitJobMutex(); }
+  explicit JobLock(UmDriver& locked) : job(locked) { job.waitJobMutex(); }
   JobLock(const JobLock&) = delete;
   JobLock& operator=(const JobLock&) = delete;
-  ~JobLock() { job_.releaseJobMutex(); }
+  ~JobLock() { job.releaseJobMutex(); }
 
  private:
-  UmDriver& job_;
+  UmDriver& job;
 };

@@ -61,5 +61,5 @@ class PlatformContract : public testing::TestWithParam<MakeContractMachine> {
 
  private:
   // Stay loaded, as the functions are called.
-  std::vector<OwnedModule> modules_;
+  std::vector<OwnedModule> modules;
 };

@@ -19,9 +19,9 @@ bool PlatformContract::writeFile(const std::u16string& path, const std::string& 
 }
 
 FunctionAddress PlatformContract::function(const std::u16string& module, const std::string& name) {
-  modules_.push_back(platform.modules.load(module));
-  return modules_.back() ? platform.modules.find(modules_.back().get(), name.c_str())
-                         : FunctionAddress{};
+  modules.push_back(platform.modules.load(module));
+  return modules.back() ? platform.modules.find(modules.back().get(), name.c_str())
+                       : FunctionAddress{};
 }
 
 namespace {
@@ -31,13 +31,13 @@ constexpr std::uint32_t readWrite = 3;
 class SimulatedContractMachine : public ContractMachine {
  public:
   explicit SimulatedContractMachine(std::unique_ptr<SimulatedPlatform> simulated)
-      : ContractMachine(simulated->platform), simulated_(std::move(simulated)) {
+      : ContractMachine(simulated->platform), machine(std::move(simulated)) {
     folder = u"C:\\contract";
     printer = u"Contract Printer";
     port = u"LPT1:";
     key = u"Software\\Quillpress Contract";
     program = u"three.exe";
-    SimulatedParts& parts = simulated_->machine;
+    SimulatedParts& parts = machine->machine;
     parts.files.addDirectory(folder);
     parts.spooler.add(printer, port);
     parts.processes.programExitCode = 3;
@@ -47,23 +47,23 @@ class SimulatedContractMachine : public ContractMachine {
 
   void writeProfile(const std::u16string& path, const std::u16string& section,
                     const std::vector<std::u16string>& lines) override {
-    simulated_->machine.profiles.setSection(path, section, lines);
+    machine->machine.profiles.setSection(path, section, lines);
   }
 
   std::uint32_t startJob(const std::u16string& document) override {
-    ++lastJob_;
-    simulated_->machine.spooler.find(printer)->jobs.push_back(
-        {.jobId = lastJob_, .document = document, .statusText = {}, .position = lastJob_});
-    return lastJob_;
+    ++lastJob;
+    machine->machine.spooler.find(printer)->jobs.push_back(
+        {.jobId = lastJob, .document = document, .statusText = {}, .position = lastJob});
+    return lastJob;
   }
 
   void abandonMutex(const std::u16string& name) override {
-    simulated_->machine.objects.find(name)->abandoned = true;
+    machine->machine.objects.find(name)->abandoned = true;
   }
 
  private:
-  std::unique_ptr<SimulatedPlatform> simulated_;
-  std::uint32_t lastJob_ = 0;
+  std::unique_ptr<SimulatedPlatform> machine;
+  std::uint32_t lastJob = 0;
 };
 
 std::unique_ptr<ContractMachine> makeSimulatedMachine() {

@@ -5,8 +5,8 @@
 Receiver::Receiver() = default;
 
 Receiver::~Receiver() {
-  UnmapViewOfFile(record_);
-  for (const HANDLE handle : {mapping_, event_, mutex_}) CloseHandle(handle);
+  UnmapViewOfFile(record);
+  for (const HANDLE handle : {mapping, event, mutex}) CloseHandle(handle);
 }
 
 std::wstring Receiver::name(const wchar_t* ending) {
@@ -17,11 +17,11 @@ std::wstring Receiver::name(const wchar_t* ending) {
 }
 
 std::optional<std::string> Receiver::receive(DWORD milliseconds, HANDLE other) {
-  const HANDLE awaited[] = {event_, other};
+  const HANDLE awaited[] = {event, other};
   if (WaitForMultipleObjects(2, awaited, FALSE, milliseconds) != WAIT_OBJECT_0) return {};
-  std::string message = std::string(record_->command) + "|" + record_->printerName;
-  if (record_->outputFile[0])
-    message += std::string("|") + record_->outputFile + "|" + record_->docName;
+  std::string message = std::string(record->command) + "|" + record->printerName;
+  if (record->outputFile[0])
+    message += std::string("|") + record->outputFile + "|" + record->docName;
   return message;
 }
 

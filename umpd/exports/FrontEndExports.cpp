@@ -6,7 +6,7 @@
 
 namespace {
 
-// Made by the first job, ended by the unloading of the library. The loader holds its lock then, so
+// Made by the first call, ended by the unloading of the library. The loader holds its lock then, so
 // that no call may go to the spooler: jobs that nobody ended are left alone.
 struct FrontEnd {
   FrontEnd() = default;

@@ -8,26 +8,26 @@ template <class Group, class Handle>
 class Owned {
  public:
   Owned() = default;
-  Owned(Group& group, Handle handle) : group_(&group), handle_(handle) {}
-  Owned(Owned&& other) noexcept : group_(other.group_), handle_(other.release()) {}
+  Owned(Group& owner, Handle owned) : group(&owner), handle(owned) {}
+  Owned(Owned&& other) noexcept : group(other.group), handle(other.release()) {}
   Owned& operator=(Owned&& other) noexcept {
     if (this != &other) {
       reset();
-      group_ = other.group_;
-      handle_ = other.release();
+      group = other.group;
+      handle = other.release();
     }
     return *this;
   }
   ~Owned() { reset(); }
 
-  Handle get() const { return handle_; }
-  explicit operator bool() const { return handle_ != Handle{}; }
-  Handle release() { return std::exchange(handle_, Handle{}); }
+  Handle get() const { return handle; }
+  explicit operator bool() const { return handle != Handle{}; }
+  Handle release() { return std::exchange(handle, Handle{}); }
   void reset() {
-    if (handle_ != Handle{}) group_->close(release());
+    if (handle != Handle{}) group->close(release());
   }
 
  private:
-  Group* group_ = nullptr;
-  Handle handle_{};
+  Group* group = nullptr;
+  Handle handle{};
 };

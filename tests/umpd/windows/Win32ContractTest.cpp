@@ -33,7 +33,7 @@ void writeWhole(const std::u16string& path, const std::string& content) {
 class Win32ContractMachine : public ContractMachine {
  public:
   explicit Win32ContractMachine(std::unique_ptr<Win32Platform> real)
-      : ContractMachine(real->platform), real_(std::move(real)) {
+      : ContractMachine(real->platform), machine(std::move(real)) {
     wchar_t temporary[MAX_PATH] = {};
     GetTempPathW(MAX_PATH, temporary);
     folder = text(temporary) + u"quillpress-contract-" + text(std::to_wstring(serial()).c_str());
@@ -44,7 +44,7 @@ class Win32ContractMachine : public ContractMachine {
     RegDeleteTreeW(HKEY_CURRENT_USER, wide(key));
     program = u"cmd.exe /c exit 3";
     answersForJobs = knowsProtectedMode = !isWine();
-    printer = text(printer_.name.c_str());
+    printer = text(installed.name.c_str());
     port = u"LPT1:";
   }
   ~Win32ContractMachine() override {
@@ -62,8 +62,8 @@ class Win32ContractMachine : public ContractMachine {
   }
 
   std::uint32_t startJob(const std::u16string& document) override {
-    job_ = std::make_unique<SpoolJob>(printer_.name, wide(document));
-    return job_->id;
+    job = std::make_unique<SpoolJob>(installed.name, wide(document));
+    return job->id;
   }
 
   void abandonMutex(const std::u16string& name) override {
@@ -78,9 +78,9 @@ class Win32ContractMachine : public ContractMachine {
     return next++;
   }
 
-  std::unique_ptr<Win32Platform> real_;
-  TestPrinter printer_{L"Contract Printer"};
-  std::unique_ptr<SpoolJob> job_;
+  std::unique_ptr<Win32Platform> machine;
+  TestPrinter installed{L"Contract Printer"};
+  std::unique_ptr<SpoolJob> job;
 };
 
 std::unique_ptr<ContractMachine> makeWin32Machine() {

@@ -4,18 +4,18 @@
 #include <utility>
 
 void Journal::note(const std::string& operation, std::u16string_view detail) {
-  calls_.push_back({operation, std::u16string(detail)});
+  log.push_back({operation, std::u16string(detail)});
   // A copy: a hook may set another.
-  if (const auto hook = hooks_.find(operation); hook != hooks_.end())
+  if (const auto hook = hooks.find(operation); hook != hooks.end())
     std::function<void()>(hook->second)();
 }
 
 bool Journal::may(const std::string& operation, std::u16string_view detail) {
   note(operation, detail);
-  const bool picked = countdown_ != 0 && --countdown_ == 0;
-  if (picked) picked_ = operation;
-  const auto always = failing_.find(operation);
-  if (picked || (always != failing_.end() && always->second)) return fails(deviceNotFunctioning);
+  const bool picked = countdown != 0 && --countdown == 0;
+  if (picked) failed = operation;
+  const auto always = failing.find(operation);
+  if (picked || (always != failing.end() && always->second)) return fails(deviceNotFunctioning);
   return true;
 }
 
@@ -25,16 +25,16 @@ bool Journal::fails(std::uint32_t error) {
 }
 
 void Journal::before(const std::string& operation, std::function<void()> hook) {
-  hooks_[operation] = std::move(hook);
+  hooks[operation] = std::move(hook);
 }
 
 std::size_t Journal::count(const std::string& operation) const {
   return static_cast<std::size_t>(std::count_if(
-      calls_.begin(), calls_.end(), [&](const Call& call) { return call.operation == operation; }));
+      log.begin(), log.end(), [&](const Call& call) { return call.operation == operation; }));
 }
 
 std::u16string Journal::last(const std::string& operation) const {
-  const auto call = std::find_if(calls_.rbegin(), calls_.rend(),
+  const auto call = std::find_if(log.rbegin(), log.rend(),
                                  [&](const Call& c) { return c.operation == operation; });
-  return call == calls_.rend() ? std::u16string() : call->detail;
+  return call == log.rend() ? std::u16string() : call->detail;
 }

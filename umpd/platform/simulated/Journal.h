@@ -28,20 +28,20 @@ class Journal {
   bool fails(std::uint32_t error);
 
   // The n-th operation from now that can fail, counted from 1; 0 for none.
-  void failCall(std::size_t n) { countdown_ = n; }
+  void failCall(std::size_t n) { countdown = n; }
   // Which one it was; empty as long as it has not come.
-  const std::string& pickedOperation() const { return picked_; }
+  const std::string& pickedOperation() const { return failed; }
   // All operations of a name, until told otherwise.
-  void failAlways(const std::string& operation, bool fail = true) { failing_[operation] = fail; }
+  void failAlways(const std::string& operation, bool fail = true) { failing[operation] = fail; }
   void before(const std::string& operation, std::function<void()> hook);
 
-  const std::vector<Call>& calls() const { return calls_; }
+  const std::vector<Call>& calls() const { return log; }
   std::size_t count(const std::string& operation) const;
   // The detail of an operation's last call; empty if there was none.
   std::u16string last(const std::string& operation) const;
-  void clear() { calls_.clear(); }
+  void clear() { log.clear(); }
 
-  std::uintptr_t newHandle() { return nextHandle_ += 4; }
+  std::uintptr_t newHandle() { return nextHandle += 4; }
 
   std::uint32_t lastError = 0;
 
@@ -49,10 +49,10 @@ class Journal {
   static constexpr std::uint32_t deviceNotFunctioning = 31;
 
  private:
-  std::vector<Call> calls_;
-  std::map<std::string, std::function<void()>> hooks_;
-  std::map<std::string, bool> failing_;
-  std::size_t countdown_ = 0;
-  std::string picked_;
-  std::uintptr_t nextHandle_ = 0x100;
+  std::vector<Call> log;
+  std::map<std::string, std::function<void()>> hooks;
+  std::map<std::string, bool> failing;
+  std::size_t countdown = 0;
+  std::string failed;
+  std::uintptr_t nextHandle = 0x100;
 };

@@ -34,11 +34,11 @@ class SimulatedFiles : public Files {
   void addFile(const std::u16string& path, const std::string& content,
                std::uint32_t attributes = normalAttribute);
   // A file that another program has open and does not share.
-  void lock(const std::u16string& path) { nodes_[normalized(path)].locked = true; }
+  void lock(const std::u16string& path) { nodes[normalized(path)].locked = true; }
   // None if there is no such file.
   std::optional<std::string> content(const std::u16string& path) const;
   bool isDirectory(const std::u16string& path) const;
-  std::size_t openHandles() const { return opened_.size(); }
+  std::size_t openHandles() const { return handles.size(); }
 
   static constexpr std::uint32_t readOnlyAttribute = 0x1;
   static constexpr std::uint32_t normalAttribute = 0x80;
@@ -67,15 +67,15 @@ class SimulatedFiles : public Files {
   bool isOpen(const std::u16string& path) const;
   bool parentStands(const std::u16string& path) const;
 
-  Journal& journal_;
-  std::map<std::u16string, Node> nodes_;
-  std::map<FileHandle, Opened> opened_;
+  Journal& journal;
+  std::map<std::u16string, Node> nodes;
+  std::map<FileHandle, Opened> handles;
 };
 
 class SimulatedProcesses : public Processes {
  public:
-  SimulatedProcesses(Journal& journal, SimulatedObjects& objects)
-      : journal_(journal), objects_(objects) {}
+  SimulatedProcesses(Journal& shared, SimulatedObjects& waitable)
+      : journal(shared), objects(waitable) {}
 
   OwnedObject create(const ProcessRequest& request) override;
   std::optional<std::uint32_t> exitCode(ObjectHandle process) override;
@@ -90,7 +90,7 @@ class SimulatedProcesses : public Processes {
   bool protectedMode = false;
 
  private:
-  Journal& journal_;
-  SimulatedObjects& objects_;
-  std::map<ObjectHandle, std::uint32_t> exitCodes_;
+  Journal& journal;
+  SimulatedObjects& objects;
+  std::map<ObjectHandle, std::uint32_t> exitCodes;
 };

@@ -15,47 +15,47 @@ constexpr std::u16string_view sessionPrefix = u"Local\\";
 }  // namespace
 
 OwnedDescriptor SimulatedSecurity::allocateDescriptor(std::size_t size) {
-  if (!journal_.may("allocateDescriptor")) return {};
-  const DescriptorHandle handle{journal_.newHandle()};
-  descriptors_[handle].size = size;
+  if (!journal.may("allocateDescriptor")) return {};
+  const DescriptorHandle handle{journal.newHandle()};
+  descriptors[handle].size = size;
   return OwnedDescriptor(*this, handle);
 }
 
 const SimulatedDescriptor* SimulatedSecurity::find(DescriptorHandle descriptor) const {
-  const auto found = descriptors_.find(descriptor);
-  return found == descriptors_.end() ? nullptr : &found->second;
+  const auto found = descriptors.find(descriptor);
+  return found == descriptors.end() ? nullptr : &found->second;
 }
 
 SimulatedDescriptor* SimulatedSecurity::valid(DescriptorHandle descriptor) {
-  const auto found = descriptors_.find(descriptor);
-  if (found != descriptors_.end() && found->second.initialized) return &found->second;
-  journal_.fails(errorInvalidSecurityDescriptor);
+  const auto found = descriptors.find(descriptor);
+  if (found != descriptors.end() && found->second.initialized) return &found->second;
+  journal.fails(errorInvalidSecurityDescriptor);
   return nullptr;
 }
 
 bool SimulatedSecurity::initialize(DescriptorHandle descriptor) {
-  if (!journal_.may("initializeDescriptor")) return false;
-  const auto found = descriptors_.find(descriptor);
-  if (found == descriptors_.end()) return journal_.fails(errorInvalidSecurityDescriptor);
+  if (!journal.may("initializeDescriptor")) return false;
+  const auto found = descriptors.find(descriptor);
+  if (found == descriptors.end()) return journal.fails(errorInvalidSecurityDescriptor);
   return found->second.initialized = true;
 }
 
 bool SimulatedSecurity::setNullDacl(DescriptorHandle descriptor) {
-  if (!journal_.may("setNullDacl")) return false;
+  if (!journal.may("setNullDacl")) return false;
   SimulatedDescriptor* found = valid(descriptor);
   return found && (found->nullDacl = true);
 }
 
 OwnedDescriptor SimulatedSecurity::convertText(FunctionAddress /*call*/, const std::string& text) {
-  if (!journal_.may("convertText", std::u16string(text.begin(), text.end()))) return {};
-  const DescriptorHandle handle{journal_.newHandle()};
-  descriptors_[handle].initialized = true;
-  descriptors_[handle].label = text;
+  if (!journal.may("convertText", std::u16string(text.begin(), text.end()))) return {};
+  const DescriptorHandle handle{journal.newHandle()};
+  descriptors[handle].initialized = true;
+  descriptors[handle].label = text;
   return OwnedDescriptor(*this, handle);
 }
 
 std::optional<AclHandle> SimulatedSecurity::sacl(DescriptorHandle descriptor) {
-  if (!journal_.may("sacl")) return std::nullopt;
+  if (!journal.may("sacl")) return std::nullopt;
   const SimulatedDescriptor* found = valid(descriptor);
   if (!found) return std::nullopt;
   // A list goes by the descriptor that it lies in.
@@ -64,7 +64,7 @@ std::optional<AclHandle> SimulatedSecurity::sacl(DescriptorHandle descriptor) {
 }
 
 bool SimulatedSecurity::setSacl(DescriptorHandle descriptor, AclHandle sacl) {
-  if (!journal_.may("setSacl")) return false;
+  if (!journal.may("setSacl")) return false;
   SimulatedDescriptor* found = valid(descriptor);
   if (!found) return false;
   found->saclOwner = DescriptorHandle{static_cast<std::uintptr_t>(sacl)};
@@ -72,8 +72,8 @@ bool SimulatedSecurity::setSacl(DescriptorHandle descriptor, AclHandle sacl) {
 }
 
 void SimulatedSecurity::close(DescriptorHandle descriptor) {
-  journal_.note("freeDescriptor");
-  descriptors_.erase(descriptor);
+  journal.note("freeDescriptor");
+  descriptors.erase(descriptor);
 }
 
 // Names without a prefix are the session's as well.
@@ -82,8 +82,8 @@ std::u16string SimulatedObjects::inSession(const std::u16string& name) {
 }
 
 std::shared_ptr<SimulatedObject> SimulatedObjects::named(const std::u16string& name) {
-  const auto found = names_.find(inSession(name));
-  return found == names_.end() ? nullptr : found->second.lock();
+  const auto found = names.find(inSession(name));
+  return found == names.end() ? nullptr : found->second.lock();
 }
 
 SimulatedObject* SimulatedObjects::find(const std::u16string& name) {
@@ -96,25 +96,25 @@ SimulatedObject& SimulatedObjects::holdElsewhere(Kind kind, const std::u16string
   if (!object) {
     object = std::make_shared<SimulatedObject>(kind);
     object->bytes.resize(size);
-    names_[inSession(name)] = object;
+    names[inSession(name)] = object;
   }
-  elsewhere_[inSession(name)] = object;
+  elsewhere[inSession(name)] = object;
   return *object;
 }
 
 OwnedObject SimulatedObjects::adopt(std::shared_ptr<SimulatedObject> object) {
-  const ObjectHandle handle{journal_.newHandle()};
-  opened_[handle] = std::move(object);
+  const ObjectHandle handle{journal.newHandle()};
+  handles[handle] = std::move(object);
   return OwnedObject(*this, handle);
 }
 
 OwnedObject SimulatedObjects::create(const char* operation, Kind kind,
                                      const SecurityAttributes* security, const std::u16string& name,
                                      std::size_t size) {
-  if (!journal_.may(operation, name)) return {};
+  if (!journal.may(operation, name)) return {};
   auto object = named(name);
   if (object && object->kind != kind) {
-    journal_.fails(errorInvalidHandle);
+    journal.fails(errorInvalidHandle);
     return {};
   }
   if (!object) {
@@ -122,28 +122,29 @@ OwnedObject SimulatedObjects::create(const char* operation, Kind kind,
     object->bytes.resize(size);
     if (security) {
       object->securityLength = security->length;
-      if (const auto* descriptor = security_.find(security->descriptor)) {
+      if (const auto* descriptor = descriptors.find(security->descriptor)) {
         object->openToAll = descriptor->nullDacl;
-        if (const auto* owner = security_.find(descriptor->saclOwner)) object->label = owner->label;
+        if (const auto* owner = descriptors.find(descriptor->saclOwner))
+          object->label = owner->label;
       }
     }
-    names_[inSession(name)] = object;
+    names[inSession(name)] = object;
   }
   return adopt(std::move(object));
 }
 
 OwnedObject SimulatedObjects::open(const char* operation, Kind kind, const std::u16string& name) {
-  if (!journal_.may(operation, name)) return {};
+  if (!journal.may(operation, name)) return {};
   auto object = named(name);
   if (object && object->kind == kind) return adopt(std::move(object));
-  journal_.fails(object ? errorInvalidHandle : errorFileNotFound);
+  journal.fails(object ? errorInvalidHandle : errorFileNotFound);
   return {};
 }
 
 SimulatedObject* SimulatedObjects::opened(ObjectHandle handle, Kind kind) {
-  const auto found = opened_.find(handle);
-  if (found != opened_.end() && found->second->kind == kind) return found->second.get();
-  journal_.fails(errorInvalidHandle);
+  const auto found = handles.find(handle);
+  if (found != handles.end() && found->second->kind == kind) return found->second.get();
+  journal.fails(errorInvalidHandle);
   return nullptr;
 }
 
@@ -157,10 +158,10 @@ OwnedObject SimulatedObjects::openMutex(const std::u16string& name) {
 }
 
 bool SimulatedObjects::releaseMutex(ObjectHandle mutex) {
-  if (!journal_.may("releaseMutex")) return false;
+  if (!journal.may("releaseMutex")) return false;
   SimulatedObject* found = opened(mutex, Kind::mutex);
   if (!found) return false;
-  if (found->depth == 0) return journal_.fails(errorNotOwner);
+  if (found->depth == 0) return journal.fails(errorNotOwner);
   --found->depth;
   return true;
 }
@@ -175,7 +176,7 @@ OwnedObject SimulatedObjects::openEvent(const std::u16string& name) {
 }
 
 bool SimulatedObjects::setEvent(ObjectHandle event) {
-  if (!journal_.may("setEvent")) return false;
+  if (!journal.may("setEvent")) return false;
   SimulatedObject* found = opened(event, Kind::event);
   return found && (found->signalled = true);
 }
@@ -197,10 +198,10 @@ bool SimulatedObjects::take(SimulatedObject& object, WaitAnswer& answer) {
 }
 
 WaitAnswer SimulatedObjects::wait(ObjectHandle object, std::uint32_t milliseconds) {
-  if (!journal_.may("wait")) return WaitAnswer::failed;
-  const auto found = opened_.find(object);
-  if (found == opened_.end() || found->second->kind == Kind::mapping) {
-    journal_.fails(errorInvalidHandle);
+  if (!journal.may("wait")) return WaitAnswer::failed;
+  const auto found = handles.find(object);
+  if (found == handles.end() || found->second->kind == Kind::mapping) {
+    journal.fails(errorInvalidHandle);
     return WaitAnswer::failed;
   }
   WaitAnswer answer{};
@@ -209,7 +210,7 @@ WaitAnswer SimulatedObjects::wait(ObjectHandle object, std::uint32_t millisecond
     ++hangs;
     return WaitAnswer::failed;
   }
-  clock_.ticks += milliseconds;
+  clock.ticks += milliseconds;
   return WaitAnswer::timedOut;
 }
 
@@ -223,20 +224,20 @@ OwnedObject SimulatedObjects::openMapping(const std::u16string& name) {
 }
 
 OwnedView SimulatedObjects::mapView(ObjectHandle mapping) {
-  if (!journal_.may("mapView")) return {};
+  if (!journal.may("mapView")) return {};
   if (!opened(mapping, Kind::mapping)) return {};
-  auto& object = opened_[mapping];
+  auto& object = handles[mapping];
   std::byte* const view = object->bytes.data();
-  views_.emplace(view, object);
+  views.emplace(view, object);
   return OwnedView(*this, view);
 }
 
 void SimulatedObjects::close(ObjectHandle object) {
-  journal_.note("closeObject");
-  opened_.erase(object);
+  journal.note("closeObject");
+  handles.erase(object);
 }
 
 void SimulatedObjects::close(std::byte* view) {
-  journal_.note("unmapView");
-  if (const auto found = views_.find(view); found != views_.end()) views_.erase(found);
+  journal.note("unmapView");
+  if (const auto found = views.find(view); found != views.end()) views.erase(found);
 }

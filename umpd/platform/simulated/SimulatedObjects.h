@@ -25,7 +25,7 @@ struct SimulatedDescriptor {
 
 class SimulatedSecurity : public Security {
  public:
-  explicit SimulatedSecurity(Journal& journal) : journal_(journal) {}
+  explicit SimulatedSecurity(Journal& shared) : journal(shared) {}
 
   OwnedDescriptor allocateDescriptor(std::size_t size) override;
   bool initialize(DescriptorHandle descriptor) override;
@@ -35,15 +35,15 @@ class SimulatedSecurity : public Security {
   bool setSacl(DescriptorHandle descriptor, AclHandle sacl) override;
   void close(DescriptorHandle descriptor) override;
 
-  std::size_t openHandles() const { return descriptors_.size(); }
+  std::size_t openHandles() const { return descriptors.size(); }
   // Null if there is no such descriptor, or no more.
   const SimulatedDescriptor* find(DescriptorHandle descriptor) const;
 
  private:
   SimulatedDescriptor* valid(DescriptorHandle descriptor);
 
-  Journal& journal_;
-  std::map<DescriptorHandle, SimulatedDescriptor> descriptors_;
+  Journal& journal;
+  std::map<DescriptorHandle, SimulatedDescriptor> descriptors;
 };
 
 struct SimulatedObject {
@@ -66,8 +66,8 @@ struct SimulatedObject {
 
 class SimulatedObjects : public NamedObjects {
  public:
-  SimulatedObjects(Journal& journal, SimulatedSecurity& security, SimulatedClock& clock)
-      : journal_(journal), security_(security), clock_(clock) {}
+  SimulatedObjects(Journal& shared, SimulatedSecurity& security, SimulatedClock& time)
+      : journal(shared), descriptors(security), clock(time) {}
 
   OwnedObject createMutex(const SecurityAttributes* security, const std::u16string& name) override;
   OwnedObject openMutex(const std::u16string& name) override;
@@ -86,13 +86,13 @@ class SimulatedObjects : public NamedObjects {
   // The part of other processes: to have an object of their own, and to let go of it.
   SimulatedObject& holdElsewhere(SimulatedObject::Kind kind, const std::u16string& name,
                                  std::size_t size = 0);
-  void dropElsewhere(const std::u16string& name) { elsewhere_.erase(inSession(name)); }
+  void dropElsewhere(const std::u16string& name) { elsewhere.erase(inSession(name)); }
   // Null if nobody holds such an object.
   SimulatedObject* find(const std::u16string& name);
   // A handle to an object without a name.
   OwnedObject adopt(std::shared_ptr<SimulatedObject> object);
 
-  std::size_t openHandles() const { return opened_.size() + views_.size(); }
+  std::size_t openHandles() const { return handles.size() + views.size(); }
   std::size_t hangs = 0;
 
  private:
@@ -105,11 +105,11 @@ class SimulatedObjects : public NamedObjects {
   SimulatedObject* opened(ObjectHandle handle, SimulatedObject::Kind kind);
   static bool take(SimulatedObject& object, WaitAnswer& answer);
 
-  Journal& journal_;
-  SimulatedSecurity& security_;
-  SimulatedClock& clock_;
-  std::map<std::u16string, std::weak_ptr<SimulatedObject>> names_;
-  std::map<std::u16string, std::shared_ptr<SimulatedObject>> elsewhere_;
-  std::map<ObjectHandle, std::shared_ptr<SimulatedObject>> opened_;
-  std::multimap<std::byte*, std::shared_ptr<SimulatedObject>> views_;
+  Journal& journal;
+  SimulatedSecurity& descriptors;
+  SimulatedClock& clock;
+  std::map<std::u16string, std::weak_ptr<SimulatedObject>> names;
+  std::map<std::u16string, std::shared_ptr<SimulatedObject>> elsewhere;
+  std::map<ObjectHandle, std::shared_ptr<SimulatedObject>> handles;
+  std::multimap<std::byte*, std::shared_ptr<SimulatedObject>> views;
 };

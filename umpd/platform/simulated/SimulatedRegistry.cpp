@@ -35,8 +35,8 @@ std::optional<std::u16string> SimulatedRegistry::pathOf(KeyHandle key) const {
   if (key == keyCurrentUser) return u"hkcu";
   if (key == keyLocalMachine) return u"hklm";
   if (key == keyUsers) return u"hku";
-  const auto found = opened_.find(key);
-  if (found == opened_.end()) return std::nullopt;
+  const auto found = handles.find(key);
+  if (found == handles.end()) return std::nullopt;
   return found->second.path;
 }
 
@@ -48,69 +48,69 @@ std::optional<std::u16string> SimulatedRegistry::pathBelow(KeyHandle parent,
 }
 
 OwnedKey SimulatedRegistry::opened(const std::u16string& path, std::uint32_t access) {
-  const KeyHandle handle{journal_.newHandle()};
-  opened_[handle] = {path, access};
+  const KeyHandle handle{journal.newHandle()};
+  handles[handle] = {path, access};
   return OwnedKey(*this, handle);
 }
 
 CreatedKey SimulatedRegistry::createKey(KeyHandle parent, const std::u16string& subkey,
                                         std::uint32_t access) {
-  if (!journal_.may("createKey", subkey)) return {};
+  if (!journal.may("createKey", subkey)) return {};
   const auto path = pathBelow(parent, subkey);
   if (!path || path->size() - path->rfind(u'\\') > keyNameLimit + 1) return {};
-  const bool created = keys_.count(*path) == 0;
+  const bool created = keys.count(*path) == 0;
   for (std::size_t end = path->find(u'\\'); end != std::u16string::npos;
        end = path->find(u'\\', end + 1))
-    keys_.try_emplace(path->substr(0, end));
-  keys_.try_emplace(*path);
+    keys.try_emplace(path->substr(0, end));
+  keys.try_emplace(*path);
   return {opened(*path, access), created};
 }
 
 OwnedKey SimulatedRegistry::openKey(KeyHandle parent, const std::u16string& subkey,
                                     std::uint32_t access) {
-  if (!journal_.may("openKey", subkey)) return {};
+  if (!journal.may("openKey", subkey)) return {};
   const auto path = pathBelow(parent, subkey);
-  if (!path || keys_.count(*path) == 0) return {};
+  if (!path || keys.count(*path) == 0) return {};
   return opened(*path, access);
 }
 
 OwnedKey SimulatedRegistry::openCurrentUser(FunctionAddress /*call*/, std::uint32_t access) {
-  if (!journal_.may("openCurrentUser", decimalText(access))) return {};
+  if (!journal.may("openCurrentUser", decimalText(access))) return {};
   if (threadUserHive.empty() || access == refusedAccess) return {};
   makeKey(threadUserHive);
   return opened(normalized(threadUserHive), access);
 }
 
 SimulatedRegistry::Key* SimulatedRegistry::keyFor(KeyHandle handle, std::uint32_t access) {
-  const auto found = opened_.find(handle);
-  if (found == opened_.end() || (found->second.access & access) != access) return nullptr;
-  return &keys_[found->second.path];
+  const auto found = handles.find(handle);
+  if (found == handles.end() || (found->second.access & access) != access) return nullptr;
+  return &keys[found->second.path];
 }
 
 RegistryValue SimulatedRegistry::readValue(KeyHandle key, const std::u16string& name,
                                            std::size_t room) {
-  if (!journal_.may("readValue", name)) return {};
+  if (!journal.may("readValue", name)) return {};
   if (!keyFor(key, queryValueRight)) return {};
-  const RegistryValue* found = value(opened_[key].path, name);
+  const RegistryValue* found = value(handles[key].path, name);
   if (!found) return answered(RegistryAnswer::absent);
   if (found->data.size() > room) return {};
   return *found;
 }
 
 bool SimulatedRegistry::hasValue(KeyHandle key, const std::u16string& name) {
-  return journal_.may("hasValue", name) && keyFor(key, queryValueRight) &&
-         value(opened_[key].path, name);
+  return journal.may("hasValue", name) && keyFor(key, queryValueRight) &&
+         value(handles[key].path, name);
 }
 
 bool SimulatedRegistry::writeValue(KeyHandle key, const std::u16string& name, std::uint32_t type,
                                    std::span<const std::byte> data) {
-  if (!journal_.may("writeValue", name) || !keyFor(key, setValueRight)) return false;
-  setValue(opened_[key].path, name, type, copied(data));
+  if (!journal.may("writeValue", name) || !keyFor(key, setValueRight)) return false;
+  setValue(handles[key].path, name, type, copied(data));
   return true;
 }
 
 std::optional<KeyInfo> SimulatedRegistry::queryInfo(KeyHandle key) {
-  if (!journal_.may("queryInfo")) return std::nullopt;
+  if (!journal.may("queryInfo")) return std::nullopt;
   const Key* found = keyFor(key, queryValueRight);
   if (!found) return std::nullopt;
   KeyInfo info;
@@ -124,7 +124,7 @@ std::optional<KeyInfo> SimulatedRegistry::queryInfo(KeyHandle key) {
 
 RegistryValue SimulatedRegistry::enumerateValue(KeyHandle key, std::uint32_t index,
                                                 std::size_t nameRoom, std::size_t dataRoom) {
-  if (!journal_.may("enumerateValue", decimalText(index))) return {};
+  if (!journal.may("enumerateValue", decimalText(index))) return {};
   const Key* found = keyFor(key, queryValueRight);
   if (!found) return {};
   if (index >= found->values.size()) return answered(RegistryAnswer::absent);
@@ -134,13 +134,13 @@ RegistryValue SimulatedRegistry::enumerateValue(KeyHandle key, std::uint32_t ind
 }
 
 void SimulatedRegistry::close(KeyHandle key) {
-  journal_.note("closeKey");
-  opened_.erase(key);
+  journal.note("closeKey");
+  handles.erase(key);
 }
 
 void SimulatedRegistry::setValue(const std::u16string& path, const std::u16string& name,
                                  std::uint32_t type, std::vector<std::byte> data) {
-  auto& values = keys_[normalized(path)].values;
+  auto& values = keys[normalized(path)].values;
   auto found = std::find_if(values.begin(), values.end(), [&](const RegistryValue& each) {
     return equalsIgnoringCase(each.name, name);
   });
@@ -165,8 +165,8 @@ void SimulatedRegistry::setDword(const std::u16string& path, const std::u16strin
 
 const RegistryValue* SimulatedRegistry::value(const std::u16string& path,
                                               const std::u16string& name) const {
-  const auto key = keys_.find(normalized(path));
-  if (key == keys_.end()) return nullptr;
+  const auto key = keys.find(normalized(path));
+  if (key == keys.end()) return nullptr;
   for (const RegistryValue& each : key->second.values)
     if (equalsIgnoringCase(each.name, name)) return &each;
   return nullptr;
@@ -181,18 +181,18 @@ std::u16string SimulatedRegistry::shown(const std::u16string& path,
 
 void SimulatedProfiles::setSection(const std::u16string& path, const std::u16string& section,
                                    std::vector<std::u16string> lines) {
-  sections_[foldCase(path + u'\n' + section)] = std::move(lines);
+  sections[foldCase(path + u'\n' + section)] = std::move(lines);
 }
 
 const std::vector<std::u16string>* SimulatedProfiles::find(const std::u16string& path,
                                                            const std::u16string& section) const {
-  const auto found = sections_.find(foldCase(path + u'\n' + section));
-  return found == sections_.end() ? nullptr : &found->second;
+  const auto found = sections.find(foldCase(path + u'\n' + section));
+  return found == sections.end() ? nullptr : &found->second;
 }
 
 std::uint32_t SimulatedProfiles::readInt(const std::u16string& path, const std::u16string& section,
                                          const std::u16string& key, std::uint32_t defaultValue) {
-  if (!journal_.may("readProfileInt", section)) return defaultValue;
+  if (!journal.may("readProfileInt", section)) return defaultValue;
   const auto* lines = find(path, section);
   if (!lines) return defaultValue;
   for (const std::u16string& line : *lines)
@@ -204,7 +204,7 @@ std::uint32_t SimulatedProfiles::readInt(const std::u16string& path, const std::
 
 std::u16string SimulatedProfiles::readSection(const std::u16string& path,
                                               const std::u16string& section, std::size_t room) {
-  if (!journal_.may("readProfileSection", section)) return {};
+  if (!journal.may("readProfileSection", section)) return {};
   const auto* lines = find(path, section);
   std::u16string block;
   if (lines)

@@ -14,7 +14,7 @@
 
 class SimulatedRegistry : public Registry {
  public:
-  explicit SimulatedRegistry(Journal& journal) : journal_(journal) {}
+  explicit SimulatedRegistry(Journal& shared) : journal(shared) {}
 
   CreatedKey createKey(KeyHandle parent, const std::u16string& subkey,
                        std::uint32_t access) override;
@@ -30,8 +30,8 @@ class SimulatedRegistry : public Registry {
   void close(KeyHandle key) override;
 
   // What a test arranges and looks at.
-  void makeKey(const std::u16string& path) { keys_.try_emplace(normalized(path)); }
-  bool hasKey(const std::u16string& path) const { return keys_.count(normalized(path)) != 0; }
+  void makeKey(const std::u16string& path) { keys.try_emplace(normalized(path)); }
+  bool hasKey(const std::u16string& path) const { return keys.count(normalized(path)) != 0; }
   void setText(const std::u16string& path, const std::u16string& name, const std::u16string& text);
   void setDword(const std::u16string& path, const std::u16string& name, std::uint32_t value);
   void setValue(const std::u16string& path, const std::u16string& name, std::uint32_t type,
@@ -40,7 +40,7 @@ class SimulatedRegistry : public Registry {
   const RegistryValue* value(const std::u16string& path, const std::u16string& name) const;
   // The value's text, or its number in decimal; "(none)" if it is not there.
   std::u16string shown(const std::u16string& path, const std::u16string& name) const;
-  std::size_t openHandles() const { return opened_.size(); }
+  std::size_t openHandles() const { return handles.size(); }
 
   // The hive that RegOpenCurrentUser opens; empty if the call fails.
   std::u16string threadUserHive = u"HKCU";
@@ -62,14 +62,14 @@ class SimulatedRegistry : public Registry {
   Key* keyFor(KeyHandle handle, std::uint32_t access);
   OwnedKey opened(const std::u16string& path, std::uint32_t access);
 
-  Journal& journal_;
-  std::map<std::u16string, Key> keys_{{u"hkcu", {}}, {u"hklm", {}}, {u"hku", {}}};
-  std::map<KeyHandle, Opened> opened_;
+  Journal& journal;
+  std::map<std::u16string, Key> keys{{u"hkcu", {}}, {u"hklm", {}}, {u"hku", {}}};
+  std::map<KeyHandle, Opened> handles;
 };
 
 class SimulatedProfiles : public ProfileFiles {
  public:
-  explicit SimulatedProfiles(Journal& journal) : journal_(journal) {}
+  explicit SimulatedProfiles(Journal& shared) : journal(shared) {}
 
   std::uint32_t readInt(const std::u16string& path, const std::u16string& section,
                         const std::u16string& key, std::uint32_t defaultValue) override;
@@ -84,6 +84,6 @@ class SimulatedProfiles : public ProfileFiles {
   const std::vector<std::u16string>* find(const std::u16string& path,
                                           const std::u16string& section) const;
 
-  Journal& journal_;
-  std::map<std::u16string, std::vector<std::u16string>> sections_;
+  Journal& journal;
+  std::map<std::u16string, std::vector<std::u16string>> sections;
 };

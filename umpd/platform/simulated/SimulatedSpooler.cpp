@@ -57,8 +57,8 @@ SizeAnswer failure(Journal& journal) {
 
 SimulatedPrinter& SimulatedSpooler::add(const std::u16string& name, const std::u16string& port,
                                         const std::u16string& driver) {
-  printers_.push_back(std::make_unique<SimulatedPrinter>());
-  SimulatedPrinter& added = *printers_.back();
+  installed.push_back(std::make_unique<SimulatedPrinter>());
+  SimulatedPrinter& added = *installed.back();
   added.name = name;
   added.port = port;
   added.driver = driver;
@@ -66,25 +66,25 @@ SimulatedPrinter& SimulatedSpooler::add(const std::u16string& name, const std::u
 }
 
 SimulatedPrinter* SimulatedSpooler::find(const std::u16string& name) {
-  for (const auto& each : printers_)
+  for (const auto& each : installed)
     if (each->name && equalsIgnoringCase(*each->name, name)) return each.get();
   return nullptr;
 }
 
 PrinterHandle SimulatedSpooler::handleOf(const SimulatedPrinter& printer) {
-  for (const auto& each : printers_)
+  for (const auto& each : installed)
     if (each.get() == &printer) {
-      const PrinterHandle handle{journal_.newHandle()};
-      opened_[handle] = each.get();
+      const PrinterHandle handle{journal.newHandle()};
+      handles[handle] = each.get();
       return handle;
     }
   return {};
 }
 
 SimulatedPrinter* SimulatedSpooler::opened(PrinterHandle printer) {
-  const auto found = opened_.find(printer);
-  if (found != opened_.end()) return found->second;
-  journal_.fails(errorInvalidHandle);
+  const auto found = handles.find(printer);
+  if (found != handles.end()) return found->second;
+  journal.fails(errorInvalidHandle);
   return nullptr;
 }
 
@@ -92,29 +92,29 @@ OwnedPrinter SimulatedSpooler::openPrinter(const std::u16string& name, const Dev
                                            std::uint32_t access) {
   lastDevMode = devMode;
   lastAccess = access;
-  if (!journal_.may("openPrinter", name)) return {};
+  if (!journal.may("openPrinter", name)) return {};
   if (const SimulatedPrinter* found = find(name)) return OwnedPrinter(*this, handleOf(*found));
-  journal_.fails(errorInvalidPrinterName);
+  journal.fails(errorInvalidPrinterName);
   return {};
 }
 
 void SimulatedSpooler::close(PrinterHandle printer) {
-  journal_.note("closePrinter");
-  opened_.erase(printer);
+  journal.note("closePrinter");
+  handles.erase(printer);
 }
 
 SizeAnswer SimulatedSpooler::printerSize(PrinterHandle printer) {
-  if (!journal_.may("printerSize")) return failure(journal_);
+  if (!journal.may("printerSize")) return failure(journal);
   const SimulatedPrinter* found = opened(printer);
-  return found ? sizeAnswer(journal_, sizeOf(*found)) : failure(journal_);
+  return found ? sizeAnswer(journal, sizeOf(*found)) : failure(journal);
 }
 
 std::optional<PrinterInfo> SimulatedSpooler::printer(PrinterHandle printer, std::uint32_t size) {
-  if (!journal_.may("printer")) return std::nullopt;
+  if (!journal.may("printer")) return std::nullopt;
   const SimulatedPrinter* found = opened(printer);
   if (!found) return std::nullopt;
   if (sizeOf(*found) > size) {
-    journal_.fails(errorInsufficientBuffer);
+    journal.fails(errorInsufficientBuffer);
     return std::nullopt;
   }
   return infoOf(*found);
@@ -122,56 +122,56 @@ std::optional<PrinterInfo> SimulatedSpooler::printer(PrinterHandle printer, std:
 
 SizeAnswer SimulatedSpooler::jobsSize(PrinterHandle printer, std::uint32_t first,
                                       std::uint32_t count) {
-  if (!journal_.may("jobsSize")) return failure(journal_);
+  if (!journal.may("jobsSize")) return failure(journal);
   const SimulatedPrinter* found = opened(printer);
-  return found ? sizeAnswer(journal_, sizeOf(chosen(*found, first, count))) : failure(journal_);
+  return found ? sizeAnswer(journal, sizeOf(chosen(*found, first, count))) : failure(journal);
 }
 
 std::optional<std::vector<JobInfo>> SimulatedSpooler::jobs(PrinterHandle printer,
                                                            std::uint32_t first, std::uint32_t count,
                                                            std::uint32_t size) {
-  if (!journal_.may("jobs")) return std::nullopt;
+  if (!journal.may("jobs")) return std::nullopt;
   const SimulatedPrinter* found = opened(printer);
   if (!found) return std::nullopt;
   const auto wanted = chosen(*found, first, count);
   if (sizeOf(wanted) > size) {
-    journal_.fails(errorInsufficientBuffer);
+    journal.fails(errorInsufficientBuffer);
     return std::nullopt;
   }
   return std::vector<JobInfo>(wanted.begin(), wanted.end());
 }
 
 std::uint32_t SimulatedSpooler::printersSize() {
-  if (!journal_.may("printersSize")) return 0;
+  if (!journal.may("printersSize")) return 0;
   std::uint32_t size = 0;
-  for (const auto& each : printers_) size += sizeOf(*each);
+  for (const auto& each : installed) size += sizeOf(*each);
   return size;
 }
 
 std::optional<std::vector<PrinterInfo>> SimulatedSpooler::printers(std::uint32_t size) {
-  if (!journal_.may("printers")) return std::nullopt;
+  if (!journal.may("printers")) return std::nullopt;
   std::uint32_t needed = 0;
   std::vector<PrinterInfo> all;
-  for (const auto& each : printers_) {
+  for (const auto& each : installed) {
     needed += sizeOf(*each);
     all.push_back(infoOf(*each));
   }
   if (needed > size) {
-    journal_.fails(errorInsufficientBuffer);
+    journal.fails(errorInsufficientBuffer);
     return std::nullopt;
   }
   return all;
 }
 
 std::uint32_t SimulatedSpooler::driverDirectorySize(bool narrow) {
-  if (!journal_.may("driverDirectorySize", narrow ? u"narrow" : u"wide")) return 0;
+  if (!journal.may("driverDirectorySize", narrow ? u"narrow" : u"wide")) return 0;
   return static_cast<std::uint32_t>((driverDirectoryPath.size() + 1) * (narrow ? 1 : 2));
 }
 
 std::optional<std::u16string> SimulatedSpooler::driverDirectory(bool narrow, std::uint32_t size) {
-  if (!journal_.may("driverDirectory", narrow ? u"narrow" : u"wide")) return std::nullopt;
+  if (!journal.may("driverDirectory", narrow ? u"narrow" : u"wide")) return std::nullopt;
   if ((driverDirectoryPath.size() + 1) * (narrow ? 1 : 2) > size) {
-    journal_.fails(errorInsufficientBuffer);
+    journal.fails(errorInsufficientBuffer);
     return std::nullopt;
   }
   return driverDirectoryPath;
@@ -179,28 +179,28 @@ std::optional<std::u16string> SimulatedSpooler::driverDirectory(bool narrow, std
 
 std::optional<std::u16string> SimulatedSpooler::jobDocument(PrinterHandle printer,
                                                             std::uint32_t jobId) {
-  if (!journal_.may("jobDocument", decimalText(jobId))) return std::nullopt;
+  if (!journal.may("jobDocument", decimalText(jobId))) return std::nullopt;
   if (const SimulatedPrinter* found = opened(printer)) {
     for (const JobInfo& job : found->jobs)
       if (job.jobId == jobId) return job.document;
-    journal_.fails(errorInvalidParameter);
+    journal.fails(errorInvalidParameter);
   }
   return std::nullopt;
 }
 
 bool SimulatedSpooler::setJob(PrinterHandle printer, std::uint32_t jobId, std::uint32_t command) {
-  if (!journal_.may("setJob", decimalText(jobId) + u' ' + decimalText(command))) return false;
+  if (!journal.may("setJob", decimalText(jobId) + u' ' + decimalText(command))) return false;
   SimulatedPrinter* found = opened(printer);
   if (!found) return false;
   const auto erased =
       std::erase_if(found->jobs, [&](const JobInfo& job) { return job.jobId == jobId; });
-  return erased != 0 || journal_.fails(errorInvalidParameter);
+  return erased != 0 || journal.fails(errorInvalidParameter);
 }
 
 bool SimulatedSpooler::writePrinter(PrinterHandle printer, std::span<const std::byte> data,
                                     std::uint32_t& written) {
   written = 0;
-  if (!journal_.may("writePrinter")) return false;
+  if (!journal.may("writePrinter")) return false;
   SimulatedPrinter* found = opened(printer);
   if (!found) return false;
   const auto taken = data.first(std::min<std::size_t>(data.size(), writeLimit));
@@ -210,14 +210,14 @@ bool SimulatedSpooler::writePrinter(PrinterHandle printer, std::span<const std::
 }
 
 TokenHandle SimulatedSpooler::revertToPrinterSelf(FunctionAddress /*call*/) {
-  if (!journal_.may("revertToPrinterSelf") || !impersonating) return {};
+  if (!journal.may("revertToPrinterSelf") || !impersonating) return {};
   impersonating = false;
   return clientToken;
 }
 
 bool SimulatedSpooler::impersonatePrinterClient(FunctionAddress /*call*/, TokenHandle token) {
-  if (!journal_.may("impersonatePrinterClient")) return false;
-  if (token != clientToken) return journal_.fails(errorInvalidHandle);
+  if (!journal.may("impersonatePrinterClient")) return false;
+  if (token != clientToken) return journal.fails(errorInvalidHandle);
   impersonating = true;
   return true;
 }

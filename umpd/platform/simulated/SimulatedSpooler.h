@@ -20,7 +20,7 @@ struct SimulatedPrinter {
 
 class SimulatedSpooler : public Spooler {
  public:
-  explicit SimulatedSpooler(Journal& journal) : journal_(journal) {}
+  explicit SimulatedSpooler(Journal& shared) : journal(shared) {}
 
   OwnedPrinter openPrinter(const std::u16string& name, const DevMode& devMode,
                            std::uint32_t access) override;
@@ -48,7 +48,7 @@ class SimulatedSpooler : public Spooler {
   SimulatedPrinter* find(const std::u16string& name);
   // A handle as a printing program would have it, which counts among the open ones.
   PrinterHandle handleOf(const SimulatedPrinter& printer);
-  std::size_t openHandles() const { return opened_.size(); }
+  std::size_t openHandles() const { return handles.size(); }
 
   std::u16string driverDirectoryPath = u"C:\\windows\\system32\\spool\\drivers\\x64";
   std::optional<DevMode> lastDevMode;
@@ -60,7 +60,7 @@ class SimulatedSpooler : public Spooler {
  private:
   SimulatedPrinter* opened(PrinterHandle printer);
 
-  Journal& journal_;
-  std::vector<std::unique_ptr<SimulatedPrinter>> printers_;
-  std::map<PrinterHandle, SimulatedPrinter*> opened_;
+  Journal& journal;
+  std::vector<std::unique_ptr<SimulatedPrinter>> installed;
+  std::map<PrinterHandle, SimulatedPrinter*> handles;
 };

@@ -37,37 +37,37 @@ std::string utf8(char32_t c) {
 }  // namespace
 
 std::optional<OsVersion> SimulatedVersion::query() {
-  if (!journal_.may("version")) return std::nullopt;
+  if (!journal.may("version")) return std::nullopt;
   return version;
 }
 
 OwnedModule SimulatedModules::load(const std::u16string& name) {
-  if (!journal_.may("loadModule", name)) return {};
+  if (!journal.may("loadModule", name)) return {};
   if (present.count(foldCase(name)) == 0) {
-    journal_.fails(errorModuleNotFound);
+    journal.fails(errorModuleNotFound);
     return {};
   }
-  const ModuleHandle handle{journal_.newHandle()};
-  loaded_[handle] = foldCase(name);
+  const ModuleHandle handle{journal.newHandle()};
+  loaded[handle] = foldCase(name);
   return OwnedModule(*this, handle);
 }
 
 FunctionAddress SimulatedModules::find(ModuleHandle module, const char* function) {
-  if (!journal_.may("findFunction", wide(function))) return {};
-  const auto loaded = loaded_.find(module);
-  if (loaded != loaded_.end() && present[loaded->second].count(function) != 0)
-    return FunctionAddress{journal_.newHandle()};
-  journal_.fails(errorProcedureNotFound);
+  if (!journal.may("findFunction", wide(function))) return {};
+  const auto holder = loaded.find(module);
+  if (holder != loaded.end() && present[holder->second].count(function) != 0)
+    return FunctionAddress{journal.newHandle()};
+  journal.fails(errorProcedureNotFound);
   return {};
 }
 
 void SimulatedModules::close(ModuleHandle module) {
-  journal_.note("freeModule");
-  loaded_.erase(module);
+  journal.note("freeModule");
+  loaded.erase(module);
 }
 
 std::optional<std::u16string> SimulatedAccounts::userName() {
-  if (!journal_.may("userName")) return std::nullopt;
+  if (!journal.may("userName")) return std::nullopt;
   return user;
 }
 
@@ -81,19 +81,19 @@ const SimulatedAccounts::Account* SimulatedAccounts::find(const std::u16string& 
 
 AccountSizes SimulatedAccounts::accountSizes(const std::u16string& server,
                                              const std::u16string& name) {
-  if (!journal_.may("accountSizes", server + u'\\' + name)) return {};
+  if (!journal.may("accountSizes", server + u'\\' + name)) return {};
   if (const Account* found = find(server, name))
     return {static_cast<std::uint32_t>(8 + 4 * found->sid.subAuthorities.size()), 16};
-  journal_.fails(errorNoneMapped);
+  journal.fails(errorNoneMapped);
   return {};
 }
 
 std::optional<Sid> SimulatedAccounts::account(const std::u16string& server,
                                               const std::u16string& name, AccountSizes sizes) {
-  if (!journal_.may("account", server + u'\\' + name)) return std::nullopt;
+  if (!journal.may("account", server + u'\\' + name)) return std::nullopt;
   const Account* found = find(server, name);
   if (!found || sizes.sid < 8 + 4 * found->sid.subAuthorities.size()) {
-    journal_.fails(found ? errorInsufficientBuffer : errorNoneMapped);
+    journal.fails(found ? errorInsufficientBuffer : errorNoneMapped);
     return std::nullopt;
   }
   return found->sid;
@@ -101,27 +101,27 @@ std::optional<Sid> SimulatedAccounts::account(const std::u16string& server,
 
 std::optional<std::u16string> SimulatedAccounts::domainController(FunctionAddress /*call*/,
                                                                   FunctionAddress /*release*/) {
-  if (!journal_.may("domainController")) return std::nullopt;
+  if (!journal.may("domainController")) return std::nullopt;
   return controller;
 }
 
 std::uint32_t SimulatedClock::tickCount() {
-  journal_.note("tickCount");
+  journal.note("tickCount");
   return ticks;
 }
 
 void SimulatedClock::sleep(std::uint32_t milliseconds) {
   ticks += milliseconds;
-  journal_.note("sleep", decimalText(milliseconds));
+  journal.note("sleep", decimalText(milliseconds));
 }
 
 std::int64_t SimulatedClock::now() {
-  journal_.note("now");
+  journal.note("now");
   return time;
 }
 
 std::optional<CalendarTime> SimulatedClock::localTime(std::int64_t moment) {
-  if (!journal_.may("localTime")) return std::nullopt;
+  if (!journal.may("localTime")) return std::nullopt;
   using namespace std::chrono;
   const sys_seconds local{seconds(moment + (std::int64_t{daylightMinutes} - bias) * 60)};
   const sys_days day = floor<days>(local);
@@ -136,74 +136,74 @@ std::optional<CalendarTime> SimulatedClock::localTime(std::int64_t moment) {
 }
 
 std::int32_t SimulatedClock::timeZoneBias() {
-  journal_.note("timeZoneBias");
+  journal.note("timeZoneBias");
   return bias;
 }
 
 void SimulatedRandom::seed(std::uint32_t value) {
-  journal_.note("seed", decimalText(value));
+  journal.note("seed", decimalText(value));
   seeds.push_back(value);
-  state_ = value;
+  state = value;
 }
 
 // The generator of the system's C runtime.
 std::uint32_t SimulatedRandom::next() {
-  journal_.note("random");
+  journal.note("random");
   if (!planned.empty()) {
     const std::uint32_t value = planned.front();
     planned.pop_front();
     return value;
   }
-  state_ = state_ * 214013 + 2531011;
-  return (state_ >> 16) & 0x7FFF;
+  state = state * 214013 + 2531011;
+  return (state >> 16) & 0x7FFF;
 }
 
 void SimulatedMessages::box(const std::u16string& text, const std::u16string& caption,
                             std::uint32_t flags) {
-  journal_.note("box", caption);
+  journal.note("box", caption);
   boxes.push_back({text, caption, flags, false});
 }
 
 void SimulatedMessages::narrowBox(const std::string& text, const std::string& caption,
                                   std::uint32_t flags) {
-  journal_.note("box", wide(caption));
+  journal.note("box", wide(caption));
   boxes.push_back({wide(text), wide(caption), flags, true});
 }
 
 void SimulatedMessages::debug(const std::u16string& text) {
-  journal_.note("debug", text);
+  journal.note("debug", text);
   debugOutput.push_back(text);
 }
 
 void SimulatedMessages::narrowDebug(const std::string& text) {
-  journal_.note("debug", wide(text));
+  journal.note("debug", wide(text));
   debugOutput.push_back(wide(text));
 }
 
 std::optional<std::u16string> SimulatedMessages::errorText(std::uint32_t error) {
   // The last error stays what it was, for it is what the caller reports.
-  const std::uint32_t kept = journal_.lastError;
-  const bool allowed = journal_.may("errorText", decimalText(error));
-  journal_.lastError = kept;
+  const std::uint32_t kept = journal.lastError;
+  const bool allowed = journal.may("errorText", decimalText(error));
+  journal.lastError = kept;
   const auto found = errorTexts.find(error);
   if (!allowed || found == errorTexts.end()) return std::nullopt;
   return found->second;
 }
 
 std::u16string SimulatedText::widen(const std::string& text) {
-  journal_.note("widen");
+  journal.note("widen");
   return wide(text);
 }
 
 std::string SimulatedText::narrow(const std::u16string& text) {
-  journal_.note("narrow");
+  journal.note("narrow");
   std::string result;
   for (const char16_t c : text) result += c < 0x100 ? static_cast<char>(c) : '?';
   return result;
 }
 
 bool SimulatedText::toUtf8(const std::u16string& text, std::span<char> buffer) {
-  if (!journal_.may("toUtf8")) return false;
+  if (!journal.may("toUtf8")) return false;
   std::size_t used = 0;
   for (std::size_t i = 0; i <= text.size(); ++i) {
     char32_t c = i < text.size() ? text[i] : 0;
@@ -213,7 +213,7 @@ bool SimulatedText::toUtf8(const std::u16string& text, std::span<char> buffer) {
     else if (c >= 0xD800 && c < 0xE000)
       c = 0xFFFD;
     const std::string bytes = utf8(c);
-    if (used + bytes.size() > buffer.size()) return journal_.fails(errorInsufficientBuffer);
+    if (used + bytes.size() > buffer.size()) return journal.fails(errorInsufficientBuffer);
     std::copy(bytes.begin(), bytes.end(), buffer.begin() + static_cast<std::ptrdiff_t>(used));
     used += bytes.size();
   }
@@ -221,14 +221,14 @@ bool SimulatedText::toUtf8(const std::u16string& text, std::span<char> buffer) {
 }
 
 OwnedLowBlock SimulatedMemory::allocate(std::size_t size) {
-  if (!journal_.may("allocateLow")) return {};
+  if (!journal.may("allocateLow")) return {};
   std::byte* const block = allocateLowPages(size);
-  if (block) sizes_[block] = size;
+  if (block) sizes[block] = size;
   return OwnedLowBlock(*this, block);
 }
 
 void SimulatedMemory::close(std::byte* block) {
-  journal_.note("freeLow");
-  freeLowPages(block, sizes_[block]);
-  sizes_.erase(block);
+  journal.note("freeLow");
+  freeLowPages(block, sizes[block]);
+  sizes.erase(block);
 }

@@ -14,29 +14,29 @@
 
 class SimulatedVersion : public SystemVersion {
  public:
-  explicit SimulatedVersion(Journal& journal) : journal_(journal) {}
+  explicit SimulatedVersion(Journal& shared) : journal(shared) {}
   std::optional<OsVersion> query() override;
 
   OsVersion version{6, 1, 2};
 
  private:
-  Journal& journal_;
+  Journal& journal;
 };
 
 class SimulatedModules : public Modules {
  public:
-  explicit SimulatedModules(Journal& journal) : journal_(journal) {}
+  explicit SimulatedModules(Journal& shared) : journal(shared) {}
   OwnedModule load(const std::u16string& name) override;
   FunctionAddress find(ModuleHandle module, const char* function) override;
   void close(ModuleHandle module) override;
 
   // What the machine has: modules in lower case, with their functions.
   std::map<std::u16string, std::set<std::string>> present;
-  std::size_t openHandles() const { return loaded_.size(); }
+  std::size_t openHandles() const { return loaded.size(); }
 
  private:
-  Journal& journal_;
-  std::map<ModuleHandle, std::u16string> loaded_;
+  Journal& journal;
+  std::map<ModuleHandle, std::u16string> loaded;
 };
 
 class SimulatedAccounts : public Accounts {
@@ -47,7 +47,7 @@ class SimulatedAccounts : public Accounts {
     Sid sid;
   };
 
-  explicit SimulatedAccounts(Journal& journal) : journal_(journal) {}
+  explicit SimulatedAccounts(Journal& shared) : journal(shared) {}
   std::optional<std::u16string> userName() override;
   AccountSizes accountSizes(const std::u16string& server, const std::u16string& user) override;
   std::optional<Sid> account(const std::u16string& server, const std::u16string& user,
@@ -62,12 +62,12 @@ class SimulatedAccounts : public Accounts {
 
  private:
   const Account* find(const std::u16string& server, const std::u16string& name) const;
-  Journal& journal_;
+  Journal& journal;
 };
 
 class SimulatedClock : public Clock {
  public:
-  explicit SimulatedClock(Journal& journal) : journal_(journal) {}
+  explicit SimulatedClock(Journal& shared) : journal(shared) {}
   std::uint32_t tickCount() override;
   void sleep(std::uint32_t milliseconds) override;
   std::int64_t now() override;
@@ -80,12 +80,12 @@ class SimulatedClock : public Clock {
   std::int32_t daylightMinutes = 0;
 
  private:
-  Journal& journal_;
+  Journal& journal;
 };
 
 class SimulatedRandom : public Random {
  public:
-  explicit SimulatedRandom(Journal& journal) : journal_(journal) {}
+  explicit SimulatedRandom(Journal& shared) : journal(shared) {}
   void seed(std::uint32_t value) override;
   std::uint32_t next() override;
 
@@ -94,8 +94,8 @@ class SimulatedRandom : public Random {
   std::vector<std::uint32_t> seeds;
 
  private:
-  Journal& journal_;
-  std::uint32_t state_ = 1;
+  Journal& journal;
+  std::uint32_t state = 1;
 };
 
 class SimulatedMessages : public Messages {
@@ -107,13 +107,13 @@ class SimulatedMessages : public Messages {
     bool narrow;
   };
 
-  explicit SimulatedMessages(Journal& journal) : journal_(journal) {}
+  explicit SimulatedMessages(Journal& shared) : journal(shared) {}
   void box(const std::u16string& text, const std::u16string& caption, std::uint32_t flags) override;
   void narrowBox(const std::string& text, const std::string& caption, std::uint32_t flags) override;
   void debug(const std::u16string& text) override;
   void narrowDebug(const std::string& text) override;
-  std::uint32_t lastError() override { return journal_.lastError; }
-  void setLastError(std::uint32_t error) override { journal_.lastError = error; }
+  std::uint32_t lastError() override { return journal.lastError; }
+  void setLastError(std::uint32_t error) override { journal.lastError = error; }
   std::optional<std::u16string> errorText(std::uint32_t error) override;
 
   std::vector<Box> boxes;
@@ -124,31 +124,31 @@ class SimulatedMessages : public Messages {
       {Journal::deviceNotFunctioning, u"Device not functioning.\r\n"}};
 
  private:
-  Journal& journal_;
+  Journal& journal;
 };
 
 // The default code page is Latin-1: a character beyond it becomes a question mark.
 class SimulatedText : public TextConversion {
  public:
-  explicit SimulatedText(Journal& journal) : journal_(journal) {}
+  explicit SimulatedText(Journal& shared) : journal(shared) {}
   std::u16string widen(const std::string& text) override;
   std::string narrow(const std::u16string& text) override;
   bool toUtf8(const std::u16string& text, std::span<char> buffer) override;
 
  private:
-  Journal& journal_;
+  Journal& journal;
 };
 
 // Real memory: an address has to hold in earnest.
 class SimulatedMemory : public LowMemory {
  public:
-  explicit SimulatedMemory(Journal& journal) : journal_(journal) {}
+  explicit SimulatedMemory(Journal& shared) : journal(shared) {}
   OwnedLowBlock allocate(std::size_t size) override;
   void close(std::byte* block) override;
 
-  std::size_t openBlocks() const { return sizes_.size(); }
+  std::size_t openBlocks() const { return sizes.size(); }
 
  private:
-  Journal& journal_;
-  std::map<std::byte*, std::size_t> sizes_;
+  Journal& journal;
+  std::map<std::byte*, std::size_t> sizes;
 };

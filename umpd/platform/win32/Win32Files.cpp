@@ -114,7 +114,7 @@ OwnedObject Win32Processes::create(const ProcessRequest& request) {
                       &started))
     return {};
   CloseHandle(started.hThread);
-  return OwnedObject(objects_, from<ObjectHandle>(started.hProcess));
+  return OwnedObject(objects, from<ObjectHandle>(started.hProcess));
 }
 
 std::optional<std::uint32_t> Win32Processes::exitCode(ObjectHandle process) {

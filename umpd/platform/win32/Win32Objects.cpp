@@ -19,16 +19,16 @@ class CallAttributes {
  public:
   explicit CallAttributes(const SecurityAttributes* attributes) {
     if (!attributes) return;
-    record_ = {attributes->length, as<void*>(attributes->descriptor), attributes->inherit};
-    given_ = &record_;
+    record = {attributes->length, as<void*>(attributes->descriptor), attributes->inherit};
+    given = &record;
   }
   CallAttributes(const CallAttributes&) = delete;
   CallAttributes& operator=(const CallAttributes&) = delete;
-  SECURITY_ATTRIBUTES* get() { return given_; }
+  SECURITY_ATTRIBUTES* get() { return given; }
 
  private:
-  SECURITY_ATTRIBUTES record_{};
-  SECURITY_ATTRIBUTES* given_ = nullptr;
+  SECURITY_ATTRIBUTES record{};
+  SECURITY_ATTRIBUTES* given = nullptr;
 };
 
 PSECURITY_DESCRIPTOR descriptorOf(DescriptorHandle descriptor) {

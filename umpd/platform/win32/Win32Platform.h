@@ -107,14 +107,14 @@ class Win32Files : public Files {
 
 class Win32Processes : public Processes {
  public:
-  explicit Win32Processes(Win32Objects& objects) : objects_(objects) {}
+  explicit Win32Processes(Win32Objects& waitable) : objects(waitable) {}
   OwnedObject create(const ProcessRequest& request) override;
   std::optional<std::uint32_t> exitCode(ObjectHandle process) override;
   std::uint32_t currentThreadId() override;
   bool isProtectedMode(FunctionAddress call) override;
 
  private:
-  Win32Objects& objects_;
+  Win32Objects& objects;
 };
 
 class Win32Accounts : public Accounts {

@@ -44,13 +44,13 @@ Handle from(System handle) {
 // Closing something must not hide why the call before it failed.
 class KeptLastError {
  public:
-  KeptLastError() : error_(GetLastError()) {}
-  ~KeptLastError() { SetLastError(error_); }
+  KeptLastError() : error(GetLastError()) {}
+  ~KeptLastError() { SetLastError(error); }
   KeptLastError(const KeptLastError&) = delete;
   KeptLastError& operator=(const KeptLastError&) = delete;
 
  private:
-  DWORD error_;
+  DWORD error;
 };
 
 // Room for one record of the spooler at least, with the texts behind it. Want of memory becomes the
@@ -59,13 +59,13 @@ template <class Record>
 class RecordBuffer {
  public:
   explicit RecordBuffer(DWORD size)
-      : bytes_(new (std::nothrow) BYTE[std::max<std::size_t>(size, sizeof(Record))]()) {
-    if (!bytes_) SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+      : storage(new (std::nothrow) BYTE[std::max<std::size_t>(size, sizeof(Record))]()) {
+    if (!storage) SetLastError(ERROR_NOT_ENOUGH_MEMORY);
   }
-  explicit operator bool() const { return bytes_ != nullptr; }
-  BYTE* bytes() { return bytes_.get(); }
-  const Record* records() const { return reinterpret_cast<const Record*>(bytes_.get()); }
+  explicit operator bool() const { return storage != nullptr; }
+  BYTE* bytes() { return storage.get(); }
+  const Record* records() const { return reinterpret_cast<const Record*>(storage.get()); }
 
  private:
-  std::unique_ptr<BYTE[]> bytes_;
+  std::unique_ptr<BYTE[]> storage;
 };
