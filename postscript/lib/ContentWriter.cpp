@@ -16,32 +16,10 @@ int decimalsFor(double magnitude) {
   return magnitude >= 1 ? 4 : 5;
 }
 
-bool isSeparator(char c) {
-  return c == ' ' || c == '\n' || c == '\r';
-}
+constexpr std::string_view separators = " \n\r";
 
 bool isSegment(std::string_view token) {
   return token == "c" || token == "l" || token == "v" || token == "y";
-}
-
-// Where the clip belongs: behind the last segment when a "q" follows it, else the end.
-size_t placeOfClip(std::string_view content) {
-  bool sawQ = false;
-  size_t end = content.size();
-  for (;;) {
-    while (end > 0 && isSeparator(content[end - 1])) --end;
-    if (end == 0) return content.size();
-    size_t start = end;
-    while (start > 0 && !isSeparator(content[start - 1])) --start;
-    const std::string_view token = content.substr(start, end - start);
-    if (token == "q") {
-      sawQ = true;
-    } else if (isSegment(token)) {
-      // Two bytes behind the letter: the writers end a segment's line there.
-      return sawQ ? std::min(start + 2, content.size()) : content.size();
-    }
-    end = start;
-  }
 }
 
 }  // namespace
@@ -74,8 +52,33 @@ void formatMatrix(std::string& text, const Matrix& matrix, std::string_view word
   text.append(word).append("\n");
 }
 
-void insertClip(std::string& content, std::string_view clip) {
-  content.insert(placeOfClip(content), clip);
+void ClipWriter::insert(std::string& content, std::string_view clip) {
+  read(content);
+  // A cut text may end in half a token, to which the next text is joined.
+  const bool torn = !content.empty() && separators.find(content.back()) == std::string_view::npos;
+  if (sawQ && segmentPlace > 0) {
+    content.insert(segmentPlace, clip);
+    readLength += clip.size();
+  } else {
+    content.append(clip);
+  }
+  if (torn) textWasCut();
+}
+
+void ClipWriter::read(std::string_view content) {
+  size_t start;
+  while ((start = content.find_first_not_of(separators, readLength)) != std::string_view::npos) {
+    readLength = std::min(content.find_first_of(separators, start), content.size());
+    const std::string_view token = content.substr(start, readLength - start);
+    if (token == "q") {
+      sawQ = true;
+    } else if (isSegment(token)) {
+      // Two bytes behind the letter: the writers end a segment's line there.
+      segmentPlace = start + 2;
+      sawQ = false;
+    }
+  }
+  readLength = content.size();
 }
 
 }  // namespace postscript

@@ -16,10 +16,22 @@ void formatNumber(std::string& text, double value);
 // matrix that flattens everything to a point.
 void formatMatrix(std::string& text, const Matrix& matrix, std::string_view word);
 
-// Puts a clipping operator into the text. PDF wants it directly behind the path's construction,
+// Puts clipping operators into the text. PDF wants one directly behind the path's construction,
 // while programs write gsave in between: when a "q" stands behind the last segment, the operator
-// goes in front of it; else to the end.
-void insertClip(std::string& content, std::string_view clip);
+// goes in front of it; else to the end. A text is read once, however many clips it gets.
+class ClipWriter {
+ public:
+  void insert(std::string& content, std::string_view clip);
+  // To be told when the text does not merely grow.
+  void textWasCut() { *this = {}; }
+
+ private:
+  void read(std::string_view content);
+
+  size_t readLength = 0;    // how much of the text has been read
+  size_t segmentPlace = 0;  // behind the last segment in it; 0 when there is none
+  bool sawQ = false;        // behind that segment
+};
 
 }  // namespace postscript
 

@@ -62,7 +62,7 @@ const char* Postscript2Pdf::convert(const char* bytes, int32_t* length) noexcept
 }
 
 const char* Postscript2Pdf::run(const char* bytes, int32_t* length) {
-  contentText.clear();
+  cutContent(0);
   interpreter->run(bytes, *length < 0 ? std::strlen(bytes) : static_cast<size_t>(*length));
   if (contentText.size() > std::numeric_limits<int32_t>::max()) {
     throw Ex(sourceFile, 310, "content text is too long");
@@ -104,6 +104,11 @@ void Postscript2Pdf::writePoint(char letter) {
 
 void Postscript2Pdf::writeCurve(double x1, double y1, double x2, double y2, double x3, double y3) {
   write(x1, " ", y1, " ", x2, " ", y2, " ", x3, " ", y3, " c\n");
+}
+
+void Postscript2Pdf::cutContent(size_t length) {
+  contentText.resize(length);
+  clipWriter.textWasCut();
 }
 
 void Postscript2Pdf::flushMoveto() {

@@ -46,7 +46,9 @@ class Postscript2Pdf {
   void writePoint(char letter);
   void writeCurve(double x1, double y1, double x2, double y2, double x3, double y3);
   void writeMatrix(const Matrix& matrix) { formatMatrix(contentText, matrix, "cm"); }
-  void writeClip(std::string_view text) { insertClip(contentText, text); }
+  void writeClip(std::string_view text) { clipWriter.insert(contentText, text); }
+  // Keeps the beginning of the text only.
+  void cutContent(size_t length);
   // Writes a moveto that was only remembered.
   void flushMoveto();
 
@@ -68,6 +70,8 @@ class Postscript2Pdf {
 
   void runStartupTexts();
   const char* run(const char* bytes, int32_t* length);
+
+  ClipWriter clipWriter;
 };
 
 // The base of every painting operator.

@@ -135,8 +135,10 @@ void IdtransformOperator::execute(Interpreter& ps) {
 }
 
 void DtransformOperator::execute(Interpreter& ps) {
-  const TransformOperands operands(ps, converter->topState().matrix);
-  pushTransformed(ps, operands.matrix, operands.x, operands.y, !operands.fromArray);
+  TransformOperands operands(ps, converter->topState().matrix);
+  // Zeros that are added all the same: a result is no negative zero.
+  if (!operands.fromArray) operands.matrix.e = operands.matrix.f = 0;
+  pushTransformed(ps, operands.matrix, operands.x, operands.y, false);
 }
 
 }  // namespace postscript

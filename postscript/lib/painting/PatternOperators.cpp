@@ -82,13 +82,13 @@ void MakepatternOperator::closeCapture() {
   if (stands && pendingPattern->data) {
     throw Ex(sourceFile, 2938, "dont supported nested patterns yet");
   }
-  std::string& content = converter->contentText;
+  const std::string& content = converter->contentText;
   converter->write("Q\n");
   converter->inPattern = false;
   // A call may have begun since, and with it a new text.
   const size_t start = std::min(std::exchange(captureStart, 0), content.size());
   if (stands) pendingPattern->setData(content.substr(start));
-  content.resize(start);
+  converter->cutContent(start);
   pendingPattern = nullptr;
 }
 
