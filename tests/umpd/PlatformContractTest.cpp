@@ -21,7 +21,7 @@ bool PlatformContract::writeFile(const std::u16string& path, const std::string& 
 FunctionAddress PlatformContract::function(const std::u16string& module, const std::string& name) {
   modules.push_back(platform.modules.load(module));
   return modules.back() ? platform.modules.find(modules.back().get(), name.c_str())
-                       : FunctionAddress{};
+                        : FunctionAddress{};
 }
 
 namespace {
