@@ -20,6 +20,10 @@ class AbandonedObjects {
  public:
   ~AbandonedObjects() {
     for (PostscriptObject* object : objects) release(object);
+    for (PostscriptObject* object : counted) {
+      --object->holders;
+      giveUp(object);
+    }
   }
 
   // A run begins: exceptions that are under way outside it are none of its failures.
@@ -32,9 +36,16 @@ class AbandonedObjects {
     } catch (...) {
     }
   }
+  // Takes a count that no program gives back.
+  void count(PostscriptObject* object) {
+    counted.push_back(object);
+    ++object->refCount;
+    ++object->holders;
+  }
 
  private:
   std::vector<PostscriptObject*> objects;
+  std::vector<PostscriptObject*> counted;
   int outside = 0;
 };
 

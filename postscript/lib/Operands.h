@@ -60,6 +60,14 @@ inline double popNumber(Interpreter& ps) {
   return numberValue(*popObject(ps));
 }
 
+// Stores into an array. The count is taken before the index is looked at: without such a place the
+// object keeps it for as long as the interpreter lives.
+inline void storeAt(Interpreter& ps, ArrayObject& array, int64_t index, PostscriptObject* object) {
+  ObjectStack& items = array.items();
+  if (index < 0 || index > items.size()) ps.abandoned.count(object);
+  items.setAt(index, object);
+}
+
 // Results.
 template <class T, class... Arguments>
 T* push(Interpreter& ps, Arguments&&... arguments) {

@@ -17,7 +17,7 @@ void PutOperator::execute(Interpreter& ps) {
   if (auto* dictionary = as<DictionaryObject>(container.get()); dictionary && key) {
     dictionary->body().put(key->name, value.get());
   } else if (auto* array = as<ArrayObject>(container.get()); array && position) {
-    array->items().setAt(position->value, value.get());
+    storeAt(ps, *array, position->value, value.get());
   } else if (auto* string = as<StringObject>(container.get());
              string && position && value->type == TypeTag::integer) {
     std::string& text = string->text();

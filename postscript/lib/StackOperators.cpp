@@ -49,7 +49,8 @@ void copyComposite(Interpreter& ps, const Held<>& copy) {
   ps.operandStack.pushChecked(copy.get());
 }
 
-void putArrayInterval(const ArrayObject& source, int32_t index, PostscriptObject* destination) {
+void putArrayInterval(Interpreter& ps, const ArrayObject& source, int32_t index,
+                      PostscriptObject* destination) {
   auto* array = as<ArrayObject>(destination);
   if (!array) throw Ex(sourceFile, 288, "putinterval- only expecting array ");
   const int32_t count = source.items().size();
@@ -57,7 +58,7 @@ void putArrayInterval(const ArrayObject& source, int32_t index, PostscriptObject
     throw Ex(sourceFile, 291, "invalid args to putinterval");
   }
   for (int32_t i = 0; i < count; ++i) {
-    array->items().setAt(int64_t{index} + i, source.items().at(i));
+    storeAt(ps, *array, int64_t{index} + i, source.items().at(i));
   }
 }
 
@@ -177,7 +178,7 @@ void PutintervalOperator::execute(Interpreter& ps) {
   const Held<> destination = popObject(ps);
   if (!destination) throw Ex(sourceFile, 279, "execting stack item");
   if (const auto* array = as<ArrayObject>(source.get())) {
-    putArrayInterval(*array, index->value, destination.get());
+    putArrayInterval(ps, *array, index->value, destination.get());
   } else if (const auto* string = as<StringObject>(source.get())) {
     putStringInterval(*string, index->value, destination.get());
   } else {
