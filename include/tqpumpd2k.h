@@ -133,7 +133,7 @@ TQP_EXPORT void PSClose(void* converter);
  * of are shown in message boxes.
  *
  * Jobs should be ended before the library is unloaded: one that was not is given up as it stands. A
- * process should load the library once: with each unloading the runtime in it leaves some 80 KB and
+ * process should load the library once: with each unloading the runtime in it leaves some 75 KB and
  * a few handles behind.
  */
 

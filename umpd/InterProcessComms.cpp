@@ -49,15 +49,15 @@ Record* InterProcessComms<Record>::openSharedMemory() {
 template <class Record>
 bool InterProcessComms<Record>::openMapping() {
   SharedMemoryView opened;
-  opened.mapping = platform.objects.openMapping(mappingName);
-  if (!opened.mapping) {
+  opened.mappingHandle = platform.objects.openMapping(mappingName);
+  if (!opened.mappingHandle) {
     SecurityAttributesHolder security;
-    opened.mapping = platform.objects.createMapping(buildSecurityAttributes(platform, security),
-                                                    mappingName, sizeof(Record));
-    if (!opened.mapping) return false;
-    opened.created = true;
+    opened.mappingHandle = platform.objects.createMapping(
+        buildSecurityAttributes(platform, security), mappingName, sizeof(Record));
+    if (!opened.mappingHandle) return false;
+    opened.mappingCreated = true;
   }
-  opened.view = platform.objects.mapView(opened.mapping.get());
+  opened.view = platform.objects.mapView(opened.mappingHandle.get());
   if (!opened.view) return false;
   memory = std::move(opened);
   return true;

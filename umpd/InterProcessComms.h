@@ -17,15 +17,15 @@ std::u16string buildChannelName(Platform& platform, std::u16string_view name);
 
 // A record's mapping and the view of it, both or neither.
 struct SharedMemoryView {
-  OwnedObject mapping;
+  OwnedObject mappingHandle;
   OwnedView view;
-  bool created = false;  // the mapping, by this process
+  bool mappingCreated = false;  // by this process
 };
 
 template <class Record>
 class InterProcessComms {
  public:
-  // timeout: of the wait for the answer, in milliseconds.
+  // milliseconds: how long an answer is waited for.
   InterProcessComms(Platform& machine, std::u16string_view name, std::uint32_t milliseconds);
   virtual ~InterProcessComms();
   InterProcessComms(const InterProcessComms&) = delete;

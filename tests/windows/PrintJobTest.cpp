@@ -201,8 +201,16 @@ TEST_F(PrintJob, TellsItsSettings) {
   EXPECT_EQ(utf8.size(), packet.size() + 1);
   EXPECT_NE(utf8.find("Caf\xc3\xa9 &amp; &lt;Bar&gt;"), std::string::npos);
   EXPECT_EQ(DocEnd(handle), 1u);
+}
 
-  // Ended, it is as unknown as any other number.
+TEST_F(PrintJob, IsUnknownOnceEndedAsAnyOtherNumber) {
+  set(L"number", 4711);
+  const SpoolJob spooled(printerName, L"Page");
+  const std::uint32_t handle = DocStart2K(spooled.printer, spooled.id, nullptr, nullptr);
+  ASSERT_EQ(getIntVal(widened(handle), L"number", 6), 4711u);
+  ASSERT_EQ(DocEnd(handle), 1u);
+  wchar_t text[100] = L"before";
+  char bytes[100] = "before";
   for (const std::uint32_t bad : {handle, handle + 8, 0u, 0x10001u, 0xfffffff0u}) {
     EXPECT_EQ(write(bad, "abc"), 0u) << bad;
     EXPECT_EQ(DocEnd(bad), 0u) << bad;
@@ -210,7 +218,8 @@ TEST_F(PrintJob, TellsItsSettings) {
     EXPECT_EQ(getStringVal(widened(bad), L"text", text, 100, L"default"), 0u) << bad;
     EXPECT_EQ(getStringMultibyte(widened(bad), "pdfaXML", bytes, sizeof bytes), 0u) << bad;
   }
-  EXPECT_EQ(text, packet);
+  EXPECT_STREQ(text, L"before");
+  EXPECT_STREQ(bytes, "before");
   EXPECT_EQ(files(), 0u);
 }
 
