@@ -10,7 +10,8 @@
 
 #include "postscript/painting/ContentWriter.h"
 #include "postscript/painting/GraphicsState.h"
-#include "postscript/painting/PdfObjectList.h"
+#include "postscript/painting/PatternNames.h"
+#include "postscript/painting/ProcessState.h"
 #include "postscript/values/NameObject.h"
 
 namespace postscript {
@@ -32,6 +33,9 @@ class Postscript2Pdf {
   // For embedders in C++: runs a piece whose text follows that of the pieces before it. False if it
   // fails; `contentText` keeps what was written up to then.
   bool convertOn(std::string_view piece) noexcept;
+  PdfObject* const* getPdfObjects(uint64_t* count) {
+    return pdfObjects->handOut(handedOut_, count);
+  }
 
   GraphicsState& topState() { return *graphicsStates.back(); }
   void pushDefaultGraphicsState();
@@ -63,7 +67,8 @@ class Postscript2Pdf {
   std::unique_ptr<Interpreter> interpreter;
   std::string errorText;
   std::string contentText;
-  PdfObjectList* const pdfObjects = &PdfObjectList::instance();
+  PdfObjectList* const pdfObjects = &processState().pdfObjects;
+  PatternNames patternNames{*pdfObjects};
   bool pendingMoveto = false;
   bool inPattern = false;
 
@@ -75,6 +80,7 @@ class Postscript2Pdf {
   void reportFailure(std::string_view words) const;
 
   ClipWriter clipWriter;
+  HandedOutPdfObjects handedOut_;
 };
 
 // The base of every painting operator.
