@@ -4,11 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "postscript/lib/CoreLayer.h"
-#include "postscript/lib/Interpreter.h"
-#include "postscript/lib/Postscript2Pdf.h"
-#include "postscript/lib/generated/GeneratedLayer.h"
-#include "postscript/lib/painting/PaintingLayer.h"
+#include "postscript/converter/Layers.h"
+#include "postscript/converter/OpenConverter.h"
+#include "postscript/engine/Interpreter.h"
 
 namespace postscript {
 namespace {
@@ -23,12 +21,12 @@ class Layers : public testing::Test {
     return dictionaries.systemDictionary->body().entries();
   }
 
-  VirtualMemorySet memory;
-  DictionaryStack dictionaries{memory};
+  Interpreter ps;
+  const DictionaryStack& dictionaries = ps.dictionaries;
 };
 
 TEST_F(Layers, AreOf316Then105Then80Operators) {
-  registerGeneratedLayer(dictionaries);
+  installGeneratedLayer(ps);
   const auto generated = entries();
   EXPECT_THAT(generated, SizeIs(316));
   EXPECT_THAT(dictionaries.generatedNames, SizeIs(316));
@@ -36,13 +34,13 @@ TEST_F(Layers, AreOf316Then105Then80Operators) {
   EXPECT_EQ(dictionaries.generatedNames.back(), "ucachestatus");
   EXPECT_THAT(dictionaries.replacedNames, SizeIs(0));
 
-  registerCoreLayer(dictionaries);
+  installCoreLayer(ps);
   EXPECT_THAT(entries(), SizeIs(316 + 24));
   EXPECT_THAT(dictionaries.replacedNames, SizeIs(81));
   EXPECT_EQ(dictionaries.replacedNames.front(), "known");
   EXPECT_EQ(dictionaries.replacedNames.back(), "anchorsearch");
 
-  registerPaintingLayer(dictionaries, nullptr);
+  installPaintingLayer(ps, nullptr);
   EXPECT_THAT(entries(), SizeIs(316 + 24 + 1));
   EXPECT_THAT(dictionaries.replacedNames, SizeIs(81 + 79));
   size_t replaced = 0;
@@ -53,8 +51,8 @@ TEST_F(Layers, AreOf316Then105Then80Operators) {
 
 TEST_F(Layers, DataStandsInFrontOfFiveGeneratedOperators) {
   constexpr float identity[] = {1, 0, 0, 1, 0, 0};
-  const Postscript2Pdf converter(identity);
-  const DictionaryStack& standing = converter.interpreter->dictionaries;
+  const auto converter = openConverter(identity);
+  const DictionaryStack& standing = converter->interpreter->dictionaries;
   const DictionaryData& system = standing.systemDictionary->body();
   EXPECT_EQ(system.size(), 316 + 24 + 1 + 1);
   std::vector<std::string> data;

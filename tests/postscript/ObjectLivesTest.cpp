@@ -3,9 +3,10 @@
 
 #include <functional>
 
-#include "postscript/lib/DebugOutput.h"
-#include "postscript/lib/FileObject.h"
-#include "postscript/lib/Operands.h"
+#include "postscript/converter/Layers.h"
+#include "postscript/engine/FileObject.h"
+#include "postscript/engine/Operands.h"
+#include "support/DebugOutput.h"
 
 using namespace postscript;
 
@@ -105,6 +106,7 @@ TEST(Held, ReleasesOnTheNormalWayAndKeepsOnFailure) {
 
 TEST(Handles, ShareTheBodyAndKnowItsPlace) {
   Interpreter ps;
+  installLanguage(ps);
   const auto* first = pushString(ps, "a");
   const auto* second = pushString(ps, "b");
   EXPECT_EQ(second->dataIndex, first->dataIndex + 1);
@@ -161,6 +163,7 @@ TEST(Ex, ReportShowsTheFileBehindItsLastBackslash) {
 
 TEST(Filters, HoldTheirSource) {
   Interpreter ps;
+  installLanguage(ps);
   ps.run("/s (abc) def s /A filter ");
   EXPECT_EQ(as<FileObject>(ps.operandStack.top())->body().source->refCount, 2);
   ps.run("pop /s 0 def ");
@@ -171,6 +174,7 @@ std::string debugText;
 
 TEST(UnknownNames, AreListedInOrderWithTheirCounts) {
   Interpreter ps;
+  installLanguage(ps);
   debugReceiver = [](const char* text) { debugText += text; };
   const std::string_view program = "zz add /ab zz { x Ab a1 zz } (ab) /x1 unfinished";
   ps.listUnknownNames(program.data(), program.size());

@@ -20,8 +20,8 @@
 #include <string>
 #include <vector>
 
-#include "postscript/lib/Interpreter.h"
-#include "postscript/lib/Postscript2Pdf.h"
+#include "postscript/converter/OpenConverter.h"
+#include "postscript/engine/Interpreter.h"
 
 namespace {
 
@@ -150,7 +150,8 @@ std::vector<PsCase> readPsCases(const std::string& folder) {
 // Runs the calls on a fresh converter.
 PsOutcome runPs(const std::vector<std::string>& calls) {
   constexpr float identity[] = {1, 0, 0, 1, 0, 0};
-  postscript::Postscript2Pdf converter(identity);
+  const auto opened = postscript::openConverter(identity);
+  postscript::Postscript2Pdf& converter = *opened;
   PsOutcome outcome;
   std::vector<std::string> reports;
   for (const std::string& call : calls) {
