@@ -69,6 +69,8 @@ std::optional<Options> parseOptions(std::vector<std::string> arguments, int& exi
   CLI::App app("Turns PostScript pages into PDF.", "quillpress");
   app.set_version_flag("--version", "quillpress " QUILLPRESS_VERSION);
   app.require_subcommand(1);
+  // A path that begins with a slash is no option, on Windows either.
+  app.allow_windows_style_options(false);
   app.footer(
       "Exit status: 0 all is well, 1 a page failed and was left out, 2 nothing was written.");
 
