@@ -5,6 +5,7 @@
 #include <map>
 
 #include "postscript/values/ArrayObject.h"
+#include "postscript/values/Ex.h"
 #include "postscript/values/Limits.h"
 #include "support/DebugOutput.h"
 
@@ -14,12 +15,23 @@ Interpreter::Interpreter() = default;
 
 Interpreter::~Interpreter() = default;
 
+Observer::~Observer() = default;
+
+void Interpreter::askWhetherToStop() const {
+  if (observer && observer->wantsStop()) {
+    throw Ex("postscript/lib/Interpreter", 71, "Stopped on request");
+  }
+}
+
 void Interpreter::run(const char* bytes, size_t length) {
   abandoned.beginRun();
   printBuffer.clear();
   parser.setRange(bytes, length);
   suspendFlag = false;
   for (uint64_t turn = 0; turn < limits::engineTurns; ++turn) {
+    if (turn % turnsPerQuestion == turnsPerQuestion - 1) {
+      askWhetherToStop();
+    }
     const bool fromInput = executionStack.empty();
     const Held<> object = hold(fromInput ? parser.nextToken() : executionStack.pop());
     if (!object) {

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "postscript/engine/DictionaryStack.h"
+#include "postscript/engine/Observer.h"
 #include "postscript/engine/Parser.h"
 #include "postscript/values/Held.h"
 #include "postscript/values/ObjectStack.h"
@@ -55,8 +56,13 @@ class Interpreter {
   bool suspendFlag = false;
   std::string printBuffer;
   AbandonedObjects abandoned;
+  Observer* observer = nullptr;  // not owned
 
  private:
+  // The observer is asked when the turn's number is a multiple of this less one.
+  static constexpr uint64_t turnsPerQuestion = 4096;
+
+  void askWhetherToStop() const;
   // A token while a procedure is being collected: { and } run, anything else goes into it.
   void collect(PostscriptObject* token);
 };

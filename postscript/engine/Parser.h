@@ -21,6 +21,8 @@ class Parser {
 
   // The range to work on, which must stay valid while it is read.
   void setRange(const char* bytes, size_t length);
+  // How many bytes of the range have been read.
+  size_t position() const { return static_cast<size_t>(current - begin); }
   // The next object, or null when the range is used up. A new object, held by nobody; or, for an
   // immediately evaluated name, the dictionary's own.
   PostscriptObject* nextToken();

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "postscript/generated/GeneratedOps.h"
+#include "postscript/generated/OperatorRows.h"
 
 namespace postscript {
 
@@ -65,6 +66,7 @@ void runGenerated(Interpreter& ps, Gives<Results...> (*)(Operands...),
     void execute(Interpreter& ps) override {                                             \
       using Signature = __VA_ARGS__;                                                     \
       runGenerated(ps, static_cast<Signature*>(nullptr), &GeneratedOps::perform##Class); \
+      reportIgnored(ps, OperatorRow::Class);                                             \
     }                                                                                    \
   };
 #include "postscript/generated/OperatorTable.inc"

@@ -1,6 +1,7 @@
 #include "postscript/painting/DeviceOperators.h"
 
 #include "postscript/engine/Operands.h"
+#include "postscript/generated/OperatorRows.h"
 
 namespace postscript {
 
@@ -14,10 +15,14 @@ void popSome(Interpreter& ps, int count) {
   }
 }
 
-void popTransfer(Interpreter& ps, int32_t line, const char* message) {
-  if (popObject(ps)->type != TypeTag::array) {
+// True if it is no empty procedure, which would change nothing.
+bool popTransfer(Interpreter& ps, int32_t line, const char* message) {
+  const Held<> operand = popObject(ps);
+  const auto* procedure = as<ArrayObject>(operand.get());
+  if (!procedure) {
     throw Ex(sourceFile, line, message);
   }
+  return procedure->items().size() > 0;
 }
 
 }  // namespace
@@ -67,7 +72,9 @@ void CurrenthalftoneOperator::execute(Interpreter& ps) {
 }
 
 void SettransferOperator::execute(Interpreter& ps) {
-  popTransfer(ps, 1620, "Illegal param type to settransfer");
+  if (popTransfer(ps, 1620, "Illegal param type to settransfer")) {
+    reportIgnored(ps, OperatorRow::Settransfer);
+  }
 }
 
 void CurrenttransferOperator::execute(Interpreter& ps) {
@@ -75,8 +82,12 @@ void CurrenttransferOperator::execute(Interpreter& ps) {
 }
 
 void SetcolortransferOperator::execute(Interpreter& ps) {
+  bool changesColors = false;
   for (int i = 0; i < 4; ++i) {
-    popTransfer(ps, 1648, "Illegal param type to setcolortransfer");
+    changesColors |= popTransfer(ps, 1648, "Illegal param type to setcolortransfer");
+  }
+  if (changesColors) {
+    reportIgnored(ps, OperatorRow::Setcolortransfer);
   }
 }
 
@@ -86,7 +97,11 @@ void CurrentcolortransferOperator::execute(Interpreter& ps) {
   }
 }
 
-void ShowpageOperator::execute(Interpreter&) {}
+void ShowpageOperator::execute(Interpreter& ps) {
+  if (ps.observer) {
+    ps.observer->pageShown(converter->contentText.size());
+  }
+}
 
 void PrintOperator::execute(Interpreter& ps) {
   ps.printBuffer.append(popStringObject(ps)->textToNul());

@@ -1,6 +1,7 @@
 #include "postscript/painting/FontOperators.h"
 
 #include "postscript/engine/Operands.h"
+#include "postscript/generated/OperatorRows.h"
 
 namespace postscript {
 
@@ -77,6 +78,7 @@ void GlobalFontDirectoryOperator::execute(Interpreter& ps) {
 
 void ShowOperator::execute(Interpreter& ps) {
   popStringObject(ps);
+  reportIgnored(ps, OperatorRow::Show);
 }
 
 void StringwidthOperator::execute(Interpreter& ps) {

@@ -1,5 +1,7 @@
 #include "postscript/painting/ImageOperators.h"
 
+#include <array>
+#include <span>
 #include <utility>
 
 #include "postscript/engine/Operands.h"
@@ -71,6 +73,29 @@ Held<ArrayObject> popSources(Interpreter& ps, int32_t count) {
   return sources;
 }
 
+// Whether an array that does not count, and so may hold anything, has these numbers.
+bool hasNumbers(const PostscriptObject* object, std::span<const double> numbers) {
+  const auto* array = as<ArrayObject>(object);
+  if (!array || array->items().size() < static_cast<int32_t>(numbers.size())) {
+    return false;
+  }
+  for (size_t i = 0; i < numbers.size(); ++i) {
+    const PostscriptObject* item = array->items().at(static_cast<int32_t>(i));
+    const auto* integer = as<IntegerObject>(item);
+    const auto* real = as<RealObject>(item);
+    if (!(integer && integer->value == numbers[i]) && !(real && real->value == numbers[i])) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void reportDifference(const Interpreter& ps, ImageDifference difference) {
+  if (ps.observer) {
+    ps.observer->imageDiffers(difference);
+  }
+}
+
 }  // namespace
 
 void Imager::reset() {
@@ -102,6 +127,15 @@ void Imager::begin(Interpreter& ps, PostscriptObject* source, PostscriptObject* 
     ++imageMatrix->refCount;
   }
   startFetch(ps);
+}
+
+// The unit square, its rows from the top, is what PDF paints an image in.
+void Imager::reportMatrix(const Interpreter& ps, const PostscriptObject* matrix) const {
+  const double columns = width;
+  const double rows = height;
+  if (ps.observer && !hasNumbers(matrix, std::array{columns, 0.0, 0.0, -rows, 0.0, rows})) {
+    reportDifference(ps, ImageDifference::matrixIgnored);
+  }
 }
 
 void Imager::startFetch(Interpreter& ps) {
@@ -220,6 +254,10 @@ void ImageOperator::execute(Interpreter& ps) {
   const auto matrix = popAs<ArrayObject>(ps, "image");
   components = imageComponents(converter->topState());
   popSize(ps);
+  reportMatrix(ps, matrix.get());
+  if (components != 1) {
+    reportDifference(ps, ImageDifference::componentsOfColor);
+  }
   begin(ps, operand.get(), matrix.get());
 }
 
@@ -240,6 +278,12 @@ void ImageOperator::beginFromDictionary(Interpreter& ps, const DictionaryObject&
   if (multiple && multiple->value) {
     sourceCount = components;
   }
+  reportMatrix(ps, image.body().get("ImageMatrix"));
+  constexpr std::array<double, 8> plainDecode{0, 1, 0, 1, 0, 1, 0, 1};
+  if (components <= 4 && ps.observer &&
+      !hasNumbers(decode, std::span(plainDecode).first(static_cast<size_t>(components) * 2))) {
+    reportDifference(ps, ImageDifference::decodeIgnored);
+  }
   begin(ps, source, nullptr);
 }
 
@@ -255,6 +299,10 @@ void ColorimageOperator::execute(Interpreter& ps) {
   const Held<> source = sourceCount < 2 ? popObject(ps) : Held<>(popSources(ps, sourceCount));
   const auto matrix = popAs<ArrayObject>(ps, "colorimage");
   popSize(ps);
+  reportMatrix(ps, matrix.get());
+  if (sourceCount == 3) {
+    reportDifference(ps, ImageDifference::colorsReversed);
+  }
   begin(ps, source.get(), matrix.get());
 }
 

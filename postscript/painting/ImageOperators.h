@@ -27,6 +27,8 @@ class Imager {
   // Takes the source (and the matrix, which is never read) and asks for the first piece.
   void begin(Interpreter& ps, PostscriptObject* source, PostscriptObject* matrix);
   void receiveData(Interpreter& ps);
+  // Tells the observer when the image's own matrix would place it otherwise.
+  void reportMatrix(const Interpreter& ps, const PostscriptObject* matrix) const;
 
   bool awaitingData = false;
   int32_t width = 0;

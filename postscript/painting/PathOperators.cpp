@@ -1,6 +1,7 @@
 #include "postscript/painting/PathOperators.h"
 
 #include "postscript/engine/Operands.h"
+#include "postscript/generated/OperatorRows.h"
 
 namespace postscript {
 
@@ -138,7 +139,9 @@ void RectclipOperator::execute(Interpreter& ps) {
   converter->topState().pathOpen = false;
 }
 
-void InitclipOperator::execute(Interpreter&) {}
+void InitclipOperator::execute(Interpreter& ps) {
+  reportIgnored(ps, OperatorRow::Initclip);
+}
 
 void addPathOperators(OperatorRegistry& registry, Postscript2Pdf* converter) {
   registry.add<InitclipOperator>(converter);

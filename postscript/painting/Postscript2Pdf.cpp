@@ -1,6 +1,7 @@
 #include "postscript/painting/Postscript2Pdf.h"
 
 #include <cstring>
+#include <exception>
 #include <limits>
 #include <utility>
 
@@ -35,28 +36,45 @@ void Postscript2Pdf::startPage(const float* matrix) {
 }
 
 const char* Postscript2Pdf::convert(const char* bytes, int32_t* length) noexcept {
+  cutContent(0);
+  if (!convertOn({bytes, *length < 0 ? std::strlen(bytes) : static_cast<size_t>(*length)})) {
+    return nullptr;
+  }
+  *length = static_cast<int32_t>(contentText.size());
+  return contentText.c_str();
+}
+
+bool Postscript2Pdf::convertOn(std::string_view piece) noexcept {
   try {
     try {
-      return run(bytes, length);
+      run(piece);
+      return true;
     } catch (Ex& ex) {
+      const std::string_view report = ex.report();
       errorText = "Exception:";
-      errorText += ex.report();
+      errorText += report;
       debugOutput(errorText.c_str());
+      reportFailure(report.substr(0, report.find_last_not_of('\n') + 1));
+    } catch (const std::exception& failure) {
+      reportFailure(failure.what());
     }
   } catch (...) {
     // Anything else fails without a text.
   }
-  return nullptr;
+  return false;
 }
 
-const char* Postscript2Pdf::run(const char* bytes, int32_t* length) {
-  cutContent(0);
-  interpreter->run(bytes, *length < 0 ? std::strlen(bytes) : static_cast<size_t>(*length));
+void Postscript2Pdf::reportFailure(std::string_view words) const {
+  if (interpreter->observer) {
+    interpreter->observer->failed(interpreter->parser.position(), words);
+  }
+}
+
+void Postscript2Pdf::run(std::string_view piece) {
+  interpreter->run(piece.data(), piece.size());
   if (contentText.size() > std::numeric_limits<int32_t>::max()) {
     throw Ex(sourceFile, 310, "content text is too long");
   }
-  *length = static_cast<int32_t>(contentText.size());
-  return contentText.c_str();
 }
 
 void Postscript2Pdf::pushDefaultGraphicsState() {

@@ -29,6 +29,9 @@ class Postscript2Pdf {
   // The calls of the library's users (see include/tqpumpd2k.h).
   void startPage(const float* matrix);
   const char* convert(const char* bytes, int32_t* length) noexcept;
+  // For embedders in C++: runs a piece whose text follows that of the pieces before it. False if it
+  // fails; `contentText` keeps what was written up to then.
+  bool convertOn(std::string_view piece) noexcept;
 
   GraphicsState& topState() { return *graphicsStates.back(); }
   void pushDefaultGraphicsState();
@@ -68,7 +71,8 @@ class Postscript2Pdf {
   void append(double number) { formatNumber(contentText, number); }
   void append(std::string_view text) { contentText.append(text); }
 
-  const char* run(const char* bytes, int32_t* length);
+  void run(std::string_view piece);
+  void reportFailure(std::string_view words) const;
 
   ClipWriter clipWriter;
 };

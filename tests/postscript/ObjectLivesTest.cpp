@@ -143,14 +143,6 @@ TEST(Numbers, AreAddedInPlace) {
             "[ealObject:12] Unsupported number type for adding\n");
 }
 
-TEST(Numbers, TooSmallForARealAreNone) {
-  EXPECT_FALSE(readReal("0." + std::string(330, '0') + "1"));
-  EXPECT_FALSE(readReal("0." + std::string(310, '0') + "1")) << "a denormal";
-  EXPECT_FALSE(readReal("1" + std::string(309, '0')));
-  EXPECT_EQ(readReal("0." + std::string(330, '0')), 0.0);
-  EXPECT_EQ(readReal("0." + std::string(306, '0') + "1"), 1e-307);
-}
-
 TEST(Ex, ReportShowsTheFileBehindItsLastBackslash) {
   const auto report = [](const char* file, const char* message) {
     return std::string(Ex(file, 7, message).report());
