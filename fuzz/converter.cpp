@@ -4,7 +4,7 @@
 #include <string>
 
 #include "include/tqpumpd2k.h"
-#include "postscript/lib/PdfObjectList.h"
+#include "postscript/painting/PdfObjectList.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <span>
 
-#include "postscript/lib/PdfObjectList.h"
+#include "postscript/painting/PdfObjectList.h"
 #include "umpd/ConfigStore.h"
 #include "umpd/Folders.h"
 #include "umpd/NameEscapes.h"

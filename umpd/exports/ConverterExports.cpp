@@ -1,6 +1,6 @@
 // The converter's six calls. Nothing is thrown across them.
 #include "include/tqpumpd2k.h"
-#include "postscript/lib/Postscript2Pdf.h"
+#include "postscript/converter/OpenConverter.h"
 
 using postscript::PdfObjectList;
 using postscript::Postscript2Pdf;
@@ -9,7 +9,7 @@ extern "C" {
 
 void* PSOpen(const float* matrix) {
   try {
-    return new Postscript2Pdf(matrix);
+    return postscript::openConverter(matrix).release();
   } catch (...) {
     return nullptr;
   }

@@ -1,7 +1,7 @@
 // Connects the converter's debug texts to the system's debugger output when the library is loaded.
 #include <windows.h>
 
-#include "postscript/lib/DebugOutput.h"
+#include "support/DebugOutput.h"
 
 namespace {
 

@@ -1,0 +1,78 @@
+#include "postscript/engine/FileObject.h"
+
+#include "postscript/engine/Parser.h"
+#include "postscript/values/Ex.h"
+
+namespace postscript {
+
+namespace {
+
+constexpr const char* sourceFile = "FileObject";
+
+PostscriptObject* checkedSource(PostscriptObject* source) {
+  if (source->type != TypeTag::string && source->type != TypeTag::file) {
+    throw Ex(sourceFile, 50, "Unsupported FileData source object type");
+  }
+  return source;
+}
+
+}  // namespace
+
+FileData::FileData(Parser& parser)
+    : CompositeData(TypeTag::file), mode(Mode::currentFile), source(nullptr), limit(0) {
+  if (parser.atEnd()) {
+    return;
+  }
+  switch (parser.peek()) {
+    case '\n':
+    case '\r':
+    case ' ':
+    case '\t':
+    case '\f':
+      parser.skip();
+      break;
+    default:
+      break;
+  }
+}
+
+FileData::FileData(PostscriptObject* filterSource, std::string name)
+    : CompositeData(TypeTag::file),
+      mode(Mode::filter),
+      source(checkedSource(filterSource)),
+      filterName(std::move(name)),
+      limit(0x7fffffff) {
+  ++source->refCount;
+}
+
+FileData::~FileData() {
+  if (source) {
+    giveUp(source);
+  }
+}
+
+FileObject::FileObject(VirtualMemoryObject& space, Parser& parser)
+    : CompositeObject(space, std::make_unique<FileData>(parser)) {}
+
+FileObject::FileObject(VirtualMemoryObject& space, PostscriptObject* source, std::string filterName)
+    : CompositeObject(space, std::make_unique<FileData>(source, std::move(filterName))) {}
+
+int32_t FileObject::readByte(Parser& parser) const {
+  if (body().mode != FileData::Mode::currentFile) {
+    throw Ex(sourceFile, 83, "Read not supported on this file type");
+  }
+  if (parser.atEnd()) {
+    throw Ex(sourceFile, 76,
+             "Progam attempting to read char when insufficient current file is loaded");
+  }
+  return static_cast<signed char>(parser.get());
+}
+
+bool FileObject::readLine(Parser& parser, std::string& line) const {
+  if (body().mode != FileData::Mode::currentFile) {
+    throw Ex(sourceFile, 96, "Read not supported on this file type");
+  }
+  return parser.readLine(line);
+}
+
+}  // namespace postscript

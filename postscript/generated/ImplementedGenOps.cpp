@@ -1,0 +1,20 @@
+#include "postscript/generated/ImplementedGenOps.h"
+
+namespace postscript {
+
+generated::GeneratedOps::~GeneratedOps() = default;
+
+void ImplementedGenOps::performCountdictstack(std::tuple<IntegerObject&> objects) {
+  std::get<0>(objects).value = interpreter->dictionaries.stack.size();
+}
+
+void ImplementedGenOps::performCvs(
+    std::tuple<PostscriptObject&, StringObject&, StringObject&> objects) {
+  std::get<2>(objects).text() = std::get<0>(objects).valueText();
+}
+
+void ImplementedGenOps::performProduct(std::tuple<StringObject&> objects) {
+  std::get<0>(objects).append("quillpress ps interpreter");
+}
+
+}  // namespace postscript

@@ -1,9 +1,0 @@
-#include "postscript/lib/SimpleObjects.h"
-
-namespace postscript {
-
-std::string BooleanObject::describe() const {
-  return std::string(typeName(type)) + " " + syntaxText();
-}
-
-}  // namespace postscript

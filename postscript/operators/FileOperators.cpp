@@ -1,0 +1,218 @@
+#include "postscript/operators/FileOperators.h"
+
+#include <utility>
+
+#include "postscript/engine/FileObject.h"
+#include "postscript/engine/Operands.h"
+
+namespace postscript {
+
+namespace {
+
+constexpr const char* sourceFile = "postscript/lib/FileOperators";
+
+// The operands of a read: the string on top, then the file.
+struct ReadOperands {
+  ReadOperands(Interpreter& ps, const char* name)
+      : string(popAs<StringObject>(ps, name)), file(popAs<FileObject>(ps, name)) {}
+
+  // The input ended too early: everything goes back, and the next run begins with the operator.
+  void suspend(Interpreter& ps, NameObject* readOperator) const {
+    ps.operandStack.pushChecked(file.get());
+    ps.operandStack.pushChecked(string.get());
+    ps.executionStack.pushChecked(readOperator);
+    ps.suspendFlag = true;
+  }
+
+  Held<StringObject> string;
+  Held<FileObject> file;
+};
+
+void expectCurrentFile(const FileObject& file, int32_t line, const char* message) {
+  if (file.body().mode != FileData::Mode::currentFile) {
+    throw Ex(sourceFile, line, message);
+  }
+}
+
+void pushGathered(Interpreter& ps, std::string& text) {
+  pushString(ps, std::exchange(text, {}));
+  pushBoolean(ps, !ps.parser.atEnd());
+}
+
+bool isLineSpace(char c) {
+  return c == '\r' || c == '\n' || c == '\t' || c == ' ';
+}
+
+// The base string of a chain of filters, and into `filters` the names on the way, outermost first.
+const StringObject* baseOfChain(const FileObject* file, std::vector<std::string>& filters) {
+  for (;;) {
+    const FileData& body = file->body();
+    if (body.filterName != "SubFileDecode") {
+      filters.push_back(body.filterName);
+    }
+    const PostscriptObject* source = body.source;
+    file = as<FileObject>(source);
+    if (file) {
+      continue;
+    }
+    const auto* base = as<StringObject>(source);
+    if (!base) {
+      throw Ex(sourceFile, 226, "Expected base object to be string");
+    }
+    filters.insert(filters.end(), base->filters().begin(), base->filters().end());
+    return base;
+  }
+}
+
+// Nothing is read: the result is the whole text at the end of the chain, with the filters' names.
+void readFilter(Interpreter& ps, const ReadOperands& operands) {
+  const Held<StringObject> result = ps.hold(new StringObject(*ps.memory.current, {}));
+  const StringObject* base = baseOfChain(operands.file.get(), result->filters());
+  result->append(base->text());
+  ps.operandStack.pushChecked(result.get());
+  pushBoolean(ps, true);
+  if (operands.string->refCount > 0) {
+    operands.string->append(base->text());
+  }
+}
+
+// The value of a hexadecimal digit, or -1.
+int32_t hexDigit(char c) {
+  if (c >= '0' && c <= '9') {
+    return c - '0';
+  }
+  if (c >= 'A' && c <= 'F') {
+    return c - 'A' + 10;
+  }
+  if (c >= 'a' && c <= 'f') {
+    return c - 'a' + 10;
+  }
+  return -1;
+}
+
+// Takes input until a digit comes; -1 when the input ends first.
+int32_t nextDigit(Parser& parser) {
+  while (!parser.atEnd()) {
+    const int32_t digit = hexDigit(parser.get());
+    if (digit >= 0) {
+      return digit;
+    }
+  }
+  return -1;
+}
+
+void checkEodOperands(Interpreter& ps) {
+  const auto eod = popAs<StringObject>(ps, "SubFileDecode EODString param");
+  const auto count = popAs<IntegerObject>(ps, "SubFileDecode EODCount param");
+  if (!eod->text().empty() || count->value != 0) {
+    throw Ex(sourceFile, 101, "Unsupported SubFileDecode EOD params");
+  }
+}
+
+}  // namespace
+
+void CurrentfileOperator::execute(Interpreter& ps) {
+  push<FileObject>(ps, *ps.memory.current, ps.parser);
+}
+
+void ReadOperator::execute(Interpreter& ps) {
+  const auto file = popAs<FileObject>(ps, "read operator");
+  const int32_t byte = file->readByte(ps.parser);
+  if (byte != 0) {
+    pushInteger(ps, byte);
+  }
+  pushBoolean(ps, byte != 0);
+}
+
+void ReadstringOperator::execute(Interpreter& ps) {
+  const ReadOperands operands(ps, "readstring");
+  if (operands.file->body().source) {
+    return readFilter(ps, operands);
+  }
+  expectCurrentFile(*operands.file, 146, "Only supports readstring from currentfile");
+  const size_t target = operands.string->text().size();
+  // White space is dropped by a call that starts afresh, through to its end.
+  const bool skipSpace = partialText.empty();
+  while (partialText.size() < target) {
+    if (ps.parser.atEnd()) {
+      return operands.suspend(ps, this);
+    }
+    const char byte = ps.parser.get();
+    if (!skipSpace || !isLineSpace(byte)) {
+      partialText += byte;
+    }
+  }
+  pushGathered(ps, partialText);
+}
+
+bool ReadhexstringOperator::readByte(Interpreter& ps) {
+  if (pendingDigit == none) {
+    pendingDigit = nextDigit(ps.parser);
+  }
+  if (pendingDigit == none) {
+    return false;
+  }
+  const int32_t second = nextDigit(ps.parser);
+  if (second < 0) {
+    return false;
+  }
+  partialText += static_cast<char>(std::exchange(pendingDigit, none) * 16 + second);
+  return true;
+}
+
+void ReadhexstringOperator::execute(Interpreter& ps) {
+  const ReadOperands operands(ps, "readhexstring");
+  expectCurrentFile(*operands.file, 340, "Only supports readline from currentfile");
+  const size_t target = operands.string->text().size();
+  while (partialText.size() < target) {
+    if (!readByte(ps)) {
+      return operands.suspend(ps, this);
+    }
+  }
+  pushGathered(ps, partialText);
+}
+
+void ReadlineOperator::execute(Interpreter& ps) {
+  const ReadOperands operands(ps, "readline");
+  expectCurrentFile(*operands.file, 264, "Only supports readline from currentfile");
+  std::string line;
+  if (!operands.file->readLine(ps.parser, line)) {
+    return operands.suspend(ps, this);
+  }
+  pushString(ps, line);
+  if (operands.string->refCount > 0) {
+    operands.string->append(line);
+  }
+  pushBoolean(ps, !line.empty() || !ps.parser.atEnd());
+}
+
+void FilterOperator::execute(Interpreter& ps) {
+  const auto filter = popAs<NameObject>(ps, "filter operator");
+  if (filter->name == "SubFileDecode") {
+    checkEodOperands(ps);
+  }
+  const Held<> source = popObject(ps);
+  if (source->type == TypeTag::string || source->type == TypeTag::file) {
+    push<FileObject>(ps, *ps.memory.current, source.get(), filter->name);
+  } else if (auto* procedure = as<ArrayObject>(source.get())) {
+    // The procedure runs first; then this operator, with the name and what the procedure left.
+    ps.operandStack.pushChecked(filter.get());
+    ps.executionStack.pushChecked(this);
+    ps.executionStack.pushChecked(procedure);
+    procedure->executable = true;
+    procedure->execIndex = 0;
+  } else {
+    throw Ex(sourceFile, 124, "SubFileDecode expected string or proc param");
+  }
+}
+
+void addFileOperators(OperatorRegistry& registry) {
+  registry.add<CurrentfileOperator>();
+  registry.add<ReadOperator>();
+  registry.add<ReadlineOperator>();
+  registry.add<ReadhexstringOperator>();
+  registry.add<FilterOperator>();
+  registry.add<ReadstringOperator>();
+}
+
+}  // namespace postscript

@@ -1,0 +1,51 @@
+// Reading from the input itself, and naming filters. A read that finds too little puts its operands
+// and itself back and suspends the run; the next run takes it up again with the new bytes. What it
+// has gathered by then stands in the operator, of which an interpreter has one.
+#pragma once
+
+#include <string>
+
+#include "postscript/engine/OperatorRegistry.h"
+#include "postscript/values/NameObject.h"
+
+namespace postscript {
+
+// - currentfile file
+POSTSCRIPT_OPERATOR(CurrentfileOperator, "currentfile");
+// file read byte true | false      (a NUL byte reads as the end; does not suspend)
+POSTSCRIPT_OPERATOR(ReadOperator, "read");
+
+// file string readstring a new string, boolean
+class ReadstringOperator : public NameObject {
+ public:
+  ReadstringOperator() : NameObject("readstring") {}
+  void execute(Interpreter& ps) override;
+
+ private:
+  std::string partialText;
+};
+
+// file string readhexstring a new string, boolean
+class ReadhexstringOperator : public NameObject {
+ public:
+  ReadhexstringOperator() : NameObject("readhexstring") {}
+  void execute(Interpreter& ps) override;
+
+ private:
+  static constexpr int32_t none = -1;
+
+  // The next byte of two digits into the text; false when the input ends first.
+  bool readByte(Interpreter& ps);
+
+  std::string partialText;
+  int32_t pendingDigit = none;
+};
+
+// file string readline a new string, boolean
+POSTSCRIPT_OPERATOR(ReadlineOperator, "readline");
+// source name filter file; source count string /SubFileDecode filter file
+POSTSCRIPT_OPERATOR(FilterOperator, "filter");
+
+void addFileOperators(OperatorRegistry& registry);
+
+}  // namespace postscript

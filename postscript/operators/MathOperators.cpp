@@ -1,0 +1,178 @@
+#include "postscript/operators/MathOperators.h"
+
+#include <cmath>
+
+#include "postscript/engine/Operands.h"
+
+namespace postscript {
+
+namespace {
+
+constexpr const char* sourceFile = "postscript/lib/MathOperators";
+
+// Pops a number and pushes what becomes of it, an integer of an integer and a real of a real.
+template <class OfInteger, class OfReal>
+void calcUnary(Interpreter& ps, int32_t line, const char* message, OfInteger ofInteger,
+               OfReal ofReal) {
+  const Held<> operand = popObject(ps);
+  if (const auto* integer = as<IntegerObject>(operand.get())) {
+    pushInteger(ps, ofInteger(integer->value));
+  } else if (const auto* real = as<RealObject>(operand.get())) {
+    pushReal(ps, ofReal(real->value));
+  } else {
+    throw Ex(sourceFile, line, message);
+  }
+}
+
+int32_t same(int32_t value) {
+  return value;
+}
+
+int32_t negative(int32_t value) {
+  return wrappingSubtract(0, value);
+}
+
+void checkDivisor(int32_t divisor, int32_t line) {
+  if (divisor == 0) {
+    throw Ex(sourceFile, line, "division by zero");
+  }
+}
+
+}  // namespace
+
+void MathOperator::calc(Interpreter& ps) {
+  const Held<> b = popObject(ps);
+  const Held<> a = popObject(ps);
+  const auto* integerA = as<IntegerObject>(a.get());
+  const auto* integerB = as<IntegerObject>(b.get());
+  if (a->type == TypeTag::real || b->type == TypeTag::real) {
+    realA = numberValue(*a);
+    realB = numberValue(*b);
+    calcReal(ps);
+  } else if (integerA && integerB) {
+    intA = integerA->value;
+    intB = integerB->value;
+    calcInteger(ps);
+  } else {
+    throw Ex(sourceFile, 37, "Unsupported number type in calc");
+  }
+}
+
+void TrigOperator::calc(Interpreter& ps) {
+  pushReal(ps, valueAt(popNumber(ps)));
+}
+
+void AddOperator::calcReal(Interpreter& ps) {
+  pushReal(ps, realA + realB);
+}
+void AddOperator::calcInteger(Interpreter& ps) {
+  pushInteger(ps, wrappingAdd(intA, intB));
+}
+
+void SubOperator::calcReal(Interpreter& ps) {
+  pushReal(ps, realA - realB);
+}
+void SubOperator::calcInteger(Interpreter& ps) {
+  pushInteger(ps, wrappingSubtract(intA, intB));
+}
+
+void MulOperator::calcReal(Interpreter& ps) {
+  pushReal(ps, realA * realB);
+}
+void MulOperator::calcInteger(Interpreter& ps) {
+  pushInteger(ps, wrappingMultiply(intA, intB));
+}
+
+void DivOperator::calcReal(Interpreter& ps) {
+  pushReal(ps, realA / realB);
+}
+void DivOperator::calcInteger(Interpreter& ps) {
+  pushReal(ps, static_cast<double>(intA) / intB);
+}
+
+void IdivOperator::calcReal(Interpreter& ps) {
+  pushInteger(ps, toInt32(realA / realB));
+}
+void IdivOperator::calcInteger(Interpreter& ps) {
+  checkDivisor(intB, 190);
+  pushInteger(ps, intB == -1 ? negative(intA) : intA / intB);
+}
+
+void ModOperator::execute(Interpreter& ps) {
+  const Held<> top = popObject(ps);
+  const Held<> next = popObject(ps);
+  const auto* b = as<IntegerObject>(top.get());
+  const auto* a = as<IntegerObject>(next.get());
+  if (!a || !b) {
+    throw Ex(sourceFile, 263, "Illegal param types for mod operator");
+  }
+  checkDivisor(b->value, 264);
+  pushInteger(ps, b->value == -1 ? 0 : std::abs(a->value % b->value));
+}
+
+void NegOperator::execute(Interpreter& ps) {
+  calcUnary(ps, 210, "Unsupported number type in neg", negative,
+            [](double value) { return value * -1.0; });
+}
+
+void AbsOperator::execute(Interpreter& ps) {
+  calcUnary(
+      ps, 242, "Unsupported number type in abs",
+      [](int32_t value) { return value < 0 ? negative(value) : value; },
+      [](double value) { return value >= 0.0 ? value : value * -1.0; });
+}
+
+void CeilingOperator::execute(Interpreter& ps) {
+  calcUnary(ps, 304, "Unsupported number type in ceiling", same,
+            [](double value) { return std::ceil(value); });
+}
+
+void FloorOperator::execute(Interpreter& ps) {
+  calcUnary(ps, 334, "Unsupported number type in floor", same,
+            [](double value) { return std::floor(value); });
+}
+
+void RoundOperator::execute(Interpreter& ps) {
+  calcUnary(ps, 369, "Unsupported number type in round", same, [](double value) {
+    return static_cast<double>(toInt32(value > 0.0 ? value + 0.5 : value - 0.5));
+  });
+}
+
+void SqrtOperator::execute(Interpreter& ps) {
+  pushReal(ps, std::sqrt(popNumber(ps)));
+}
+
+double SinOperator::valueAt(double degrees) {
+  return std::sin(degrees * pi / 180.0);
+}
+
+double CosOperator::valueAt(double degrees) {
+  return std::cos(degrees * pi / 180.0);
+}
+
+void AtanOperator::execute(Interpreter& ps) {
+  const Held<> den = popObject(ps);
+  const Held<> num = popObject(ps);
+  const double y = numberValue(*num);
+  pushReal(ps, std::atan2(y, numberValue(*den)) * 180.0 / pi);
+}
+
+void addMathOperators(OperatorRegistry& registry) {
+  registry.add<SubOperator>();
+  registry.add<AddOperator>();
+  registry.add<MulOperator>();
+  registry.add<DivOperator>();
+  registry.add<IdivOperator>();
+  registry.add<CosOperator>();
+  registry.add<SinOperator>();
+  registry.add<AtanOperator>();
+  registry.add<SqrtOperator>();
+  registry.add<NegOperator>();
+  registry.add<AbsOperator>();
+  registry.add<ModOperator>();
+  registry.add<FloorOperator>();
+  registry.add<CeilingOperator>();
+  registry.add<RoundOperator>();
+}
+
+}  // namespace postscript

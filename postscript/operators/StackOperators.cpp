@@ -1,0 +1,247 @@
+#include "postscript/operators/StackOperators.h"
+
+#include <algorithm>
+
+#include "postscript/engine/Operands.h"
+
+namespace postscript {
+
+namespace {
+
+constexpr const char* sourceFile = "postscript/lib/StackOperators";
+
+// Each of the n topmost objects again, from the deepest on.
+void copyObjects(Interpreter& ps, int32_t n) {
+  for (int32_t i = 0; i < n; ++i) {
+    PostscriptObject* object = ps.operandStack.at(int64_t{ps.operandStack.size()} - n);
+    if (!object) {
+      throw Ex(sourceFile, 208, "object not on stack");
+    }
+    ps.operandStack.pushChecked(ps.hold(object->clone()).get());
+  }
+}
+
+void copyDictionary(Interpreter& ps, const DictionaryObject& source, DictionaryObject& copy) {
+  copy.body().clear();
+  for (const auto& [key, value] : source.body().entries()) {
+    copy.body().put(key, ps.hold(value->clone()).get());
+  }
+}
+
+// The source may be the copy itself, which is empty then.
+void copyArray(Interpreter& ps, const ArrayObject& source, ArrayObject& copy) {
+  copy.items().clear();
+  for (int32_t i = 0; i < source.items().size(); ++i) {
+    copy.items().setAt(i, ps.hold(source.items().at(i)->clone()).get());
+  }
+}
+
+void copyComposite(Interpreter& ps, const Held<>& copy) {
+  const Held<> source = popObject(ps);
+  if (source->type != copy->type) {
+    throw Ex(sourceFile, 220, "expected parms to be the same for copy operator");
+  }
+  if (auto* dictionary = as<DictionaryObject>(copy.get())) {
+    copyDictionary(ps, *as<DictionaryObject>(source.get()), *dictionary);
+  } else if (auto* array = as<ArrayObject>(copy.get())) {
+    copyArray(ps, *as<ArrayObject>(source.get()), *array);
+  } else {
+    throw Ex(sourceFile, 239, "unsupported copy type");
+  }
+  ps.operandStack.pushChecked(copy.get());
+}
+
+void putArrayInterval(Interpreter& ps, const ArrayObject& source, int32_t index,
+                      PostscriptObject* destination) {
+  auto* array = as<ArrayObject>(destination);
+  if (!array) {
+    throw Ex(sourceFile, 288, "putinterval- only expecting array ");
+  }
+  const int32_t count = source.items().size();
+  if (int64_t{count} + index > array->items().size()) {
+    throw Ex(sourceFile, 291, "invalid args to putinterval");
+  }
+  for (int32_t i = 0; i < count; ++i) {
+    storeAt(ps, *array, int64_t{index} + i, source.items().at(i));
+  }
+}
+
+// The bytes in front of the index, the source, and what the destination has behind both.
+void putStringInterval(const StringObject& source, int32_t index, PostscriptObject* destination) {
+  auto* string = as<StringObject>(destination);
+  if (!string) {
+    throw Ex(sourceFile, 304, "putinterval- only expecting ps_string");
+  }
+  const std::string& old = string->text();
+  std::string text = index > 0 ? old.substr(0, static_cast<size_t>(index)) : std::string();
+  checkStringSize(text.size() + source.text().size());
+  text += source.text();
+  const int64_t rest = static_cast<int64_t>(source.text().size()) + index;
+  if (rest < static_cast<int64_t>(old.size())) {
+    text += old.substr(static_cast<size_t>(std::max<int64_t>(rest, 0)));
+  }
+  checkStringSize(text.size());
+  string->text() = std::move(text);
+}
+
+void getArrayInterval(Interpreter& ps, const ArrayObject& source, int32_t index, int32_t count) {
+  ArrayObject* interval = pushArray(ps);
+  for (int32_t i = 0; i < count; ++i) {
+    PostscriptObject* element = source.items().at(int64_t{index} + i);
+    if (!element) {
+      throw Ex(sourceFile, 360, "invlaid array");
+    }
+    interval->items().setAt(i, element);
+  }
+}
+
+void getStringInterval(Interpreter& ps, const StringObject& source, int32_t index, int32_t count) {
+  StringObject* interval = pushString(ps, {});
+  if (index < 0 || static_cast<size_t>(index) > source.text().size() || count < 0) {
+    throw Ex(sourceFile, 366, "start or count out of range in getinterval");
+  }
+  interval->text() = source.text().substr(static_cast<size_t>(index), static_cast<size_t>(count));
+}
+
+}  // namespace
+
+void MarkOperator::execute(Interpreter& ps) {
+  push<MarkObject>(ps);
+}
+
+void CleartomarkOperator::execute(Interpreter& ps) {
+  while (popObject(ps)->type != TypeTag::mark) {
+  }
+}
+
+void CounttomarkOperator::execute(Interpreter& ps) {
+  int32_t count = 0;
+  const int32_t size = ps.operandStack.size();
+  while (count < size && ps.operandStack.at(size - 1 - count)->type != TypeTag::mark) {
+    ++count;
+  }
+  pushInteger(ps, count);
+}
+
+void PopOperator::execute(Interpreter& ps) {
+  popObject(ps);
+}
+
+void DupOperator::execute(Interpreter& ps) {
+  const Held<> object = popObject(ps);
+  ps.operandStack.pushChecked(object.get());
+  ps.operandStack.pushChecked(ps.hold(object->clone()).get());
+}
+
+void ExchOperator::execute(Interpreter& ps) {
+  const Held<> b = popObject(ps);
+  const Held<> a = popObject(ps);
+  ps.operandStack.pushChecked(b.get());
+  ps.operandStack.pushChecked(a.get());
+}
+
+void RollOperator::execute(Interpreter& ps) {
+  const Held<> top = popObject(ps);
+  const Held<> next = popObject(ps);
+  const auto* j = as<IntegerObject>(top.get());
+  const auto* n = as<IntegerObject>(next.get());
+  if (!j || !n) {
+    throw Ex(sourceFile, 102, "Illegal param type passed to roll operator");
+  }
+  const int32_t count = n->value;
+  if (count == 0) {
+    return;
+  }
+  if (count < 0 || count > ps.operandStack.size()) {
+    throw Ex(sourceFile, 114, "rolling - expected more objects on stack");
+  }
+  const int32_t remainder = j->value % count;
+  ps.operandStack.rotateTop(count, j->value > 0 ? count - remainder : -remainder);
+}
+
+void IndexOperator::execute(Interpreter& ps) {
+  const Held<> operand = popObject(ps);
+  const auto* n = as<IntegerObject>(operand.get());
+  if (!n) {
+    throw Ex(sourceFile, 167, "Illegal param type passed to index operator");
+  }
+  PostscriptObject* object = ps.operandStack.at(int64_t{ps.operandStack.size()} - n->value - 1);
+  if (!object) {
+    throw Ex(sourceFile, 174, "Indexed object not on stack");
+  }
+  ps.operandStack.pushChecked(ps.hold(object->clone()).get());
+}
+
+void ClearOperator::execute(Interpreter& ps) {
+  ps.operandStack.clear();
+}
+
+void CountOperator::execute(Interpreter& ps) {
+  pushInteger(ps, ps.operandStack.size());
+}
+
+void CopyOperator::execute(Interpreter& ps) {
+  const Held<> top = popObject(ps);
+  if (const auto* n = as<IntegerObject>(top.get())) {
+    copyObjects(ps, n->value);
+  } else {
+    copyComposite(ps, top);
+  }
+}
+
+void PutintervalOperator::execute(Interpreter& ps) {
+  const Held<> source = popObject(ps);
+  if (!source) {
+    throw Ex(sourceFile, 273, "execting stack item");
+  }
+  const auto index = popIntegerObject(ps);
+  const Held<> destination = popObject(ps);
+  if (!destination) {
+    throw Ex(sourceFile, 279, "execting stack item");
+  }
+  if (const auto* array = as<ArrayObject>(source.get())) {
+    putArrayInterval(ps, *array, index->value, destination.get());
+  } else if (const auto* string = as<StringObject>(source.get())) {
+    putStringInterval(*string, index->value, destination.get());
+  } else {
+    throw Ex(sourceFile, 317, "putinterval expected array or string");
+  }
+}
+
+void GetintervalOperator::execute(Interpreter& ps) {
+  const auto count = popIntegerObject(ps);
+  const auto index = popIntegerObject(ps);
+  if (!index) {
+    throw Ex(sourceFile, 340, "invalid args");
+  }
+  const Held<> container = popObject(ps);
+  if (!container) {
+    throw Ex(sourceFile, 344, "invalid args");
+  }
+  if (const auto* array = as<ArrayObject>(container.get())) {
+    getArrayInterval(ps, *array, index->value, count->value);
+  } else if (const auto* string = as<StringObject>(container.get())) {
+    getStringInterval(ps, *string, index->value, count->value);
+  } else {
+    throw Ex(sourceFile, 373, "currently unsupported ");
+  }
+}
+
+void addStackOperators(OperatorRegistry& registry) {
+  registry.add<MarkOperator>("[");
+  registry.add<MarkOperator>("mark");
+  registry.add<CleartomarkOperator>();
+  registry.add<CounttomarkOperator>();
+  registry.add<PopOperator>();
+  registry.add<DupOperator>();
+  registry.add<ClearOperator>();
+  registry.add<CountOperator>();
+  registry.add<ExchOperator>();
+  registry.add<RollOperator>();
+  registry.add<IndexOperator>();
+  registry.add<CopyOperator>();
+  registry.add<PutintervalOperator>();
+  registry.add<GetintervalOperator>();
+}
+
+}  // namespace postscript

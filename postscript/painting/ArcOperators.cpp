@@ -1,0 +1,203 @@
+#include "postscript/painting/ArcOperators.h"
+
+#include <cmath>
+
+#include "postscript/engine/Operands.h"
+#include "postscript/values/Limits.h"
+
+namespace postscript {
+
+namespace {
+
+void checkAngles(const ArcSpec& arc) {
+  if (std::fabs(arc.firstAngle) > limits::arcAngle ||
+      std::fabs(arc.secondAngle) > limits::arcAngle) {
+    throw Ex("Postscript2Pdf", 905, "arc angle out of range");
+  }
+}
+
+// One curve, from one angle to another. `first` says that the arc begins with it.
+void arcSegment(Postscript2Pdf& converter, const ArcSpec& arc, double from, double to, bool first) {
+  const double a1 = from * pi / 180;
+  const double a2 = to * pi / 180;
+  const double h = (a2 - a1) * 0.5;
+  // The first control point of a unit arc of half-angle h about the arc's axis, then in polar form.
+  const double c = std::cos(h);
+  const double p = (4 - c) / 3;
+  const double q = -(1 - c) * (c - 3) / (3 * std::sin(h));
+  const double d = h - std::atan(q / p);
+  const double rc = arc.radius * std::sqrt(p * p + q * q);
+  const double cx = arc.centerX;
+  const double cy = arc.centerY;
+
+  GraphicsState& state = converter.topState();
+  const bool pathOpen = state.pathOpen;
+  state.currentX = std::cos(a1) * arc.radius + cx;
+  state.currentY = std::sin(a1) * arc.radius + cy;
+  if (!pathOpen) {
+    converter.writePoint('m');
+  } else if (first) {
+    converter.writePoint('l');
+  }
+  const double endX = std::cos(a2) * arc.radius + cx;
+  const double endY = std::sin(a2) * arc.radius + cy;
+  converter.writeCurve(std::cos(a1 + d) * rc + cx, std::sin(a1 + d) * rc + cy,
+                       std::cos(a2 - d) * rc + cx, std::sin(a2 - d) * rc + cy, endX, endY);
+  state.currentX = endX;
+  state.currentY = endY;
+}
+
+}  // namespace
+
+void arcCounterClockwise(Postscript2Pdf& converter, ArcSpec& arc) {
+  checkAngles(arc);
+  while (arc.firstAngle > arc.secondAngle) {
+    arc.secondAngle += 360;
+  }
+  if (!(arc.secondAngle > arc.firstAngle)) {
+    return;
+  }
+  double b = 90 * (toInt32(arc.firstAngle) / 90) - 90;
+  double cur = arc.firstAngle;
+  bool first = true;
+  do {
+    const double next = b + 90;
+    if (cur >= b && next > cur) {
+      if (next > arc.secondAngle) {
+        return arcSegment(converter, arc, cur, arc.secondAngle, first);
+      }
+      arcSegment(converter, arc, cur, next, first);
+      first = false;
+      cur = next;
+    }
+    b = next;
+  } while (arc.secondAngle > cur);
+}
+
+void arcClockwise(Postscript2Pdf& converter, ArcSpec& arc) {
+  checkAngles(arc);
+  while (arc.secondAngle > arc.firstAngle) {
+    arc.secondAngle -= 360;
+  }
+  if (!(arc.firstAngle > arc.secondAngle)) {
+    return;
+  }
+  double b = 90 * (toInt32(arc.firstAngle) / 90 + 1);
+  double cur = arc.firstAngle;
+  bool first = true;
+  do {
+    if (cur > b && b + 90 >= cur) {
+      if (arc.secondAngle >= b) {
+        return arcSegment(converter, arc, cur, arc.secondAngle, first);
+      }
+      arcSegment(converter, arc, cur, b, first);
+      first = false;
+      cur = b;
+    }
+    b -= 90;
+  } while (cur > arc.secondAngle);
+}
+
+void Arcer::popArc(Interpreter& ps) {
+  arc.secondAngle = popNumber(ps);
+  arc.firstAngle = popNumber(ps);
+  arc.radius = popNumber(ps);
+  arc.centerY = popNumber(ps);
+  arc.centerX = popNumber(ps);
+}
+
+void Arcter::popCorner(Interpreter& ps, const GraphicsState& state) {
+  radius = popNumber(ps);
+  y2 = popNumber(ps);
+  x2 = popNumber(ps);
+  y1 = popNumber(ps);
+  x1 = popNumber(ps);
+  x = state.currentX;
+  y = state.currentY;
+}
+
+void Arcter::writeTangentArc(Postscript2Pdf& converter) {
+  const double ax = x - x1;
+  const double ay = y - y1;
+  const double bx = x2 - x1;
+  const double by = y2 - y1;
+  const double la = ax * ax + ay * ay;
+  const double lb = bx * bx + by * by;
+  const double w = std::sqrt(lb * la) - (ay * by + ax * bx);
+  if (w == 0) {
+    converter.topState().currentX = x1;
+    converter.topState().currentY = y1;
+    converter.writePoint('l');
+    return;
+  }
+  const double t = std::fabs((ay * bx - ax * by) * radius / w);
+  const double sign = radius < 0 ? -1 : 1;
+  const double ta = sign * (t / std::sqrt(la));
+  const double tb = sign * (t / std::sqrt(lb));
+  xt1 = ta * ax + x1;
+  yt1 = ta * ay + y1;
+  xt2 = tb * bx + x1;
+  yt2 = tb * by + y1;
+  const double firstLegAngle = std::atan2(ay, ax);
+  double turn = std::atan2(by, bx) - firstLegAngle;
+  if (turn > pi) {
+    turn -= twoPi;
+  } else if (turn < -pi) {
+    turn += twoPi;
+  }
+  writeArcBetween(converter, firstLegAngle, turn);
+}
+
+// The arc between the tangent points, about the centre on the line that halves the corner.
+void Arcter::writeArcBetween(Postscript2Pdf& converter, double firstLegAngle, double turn) const {
+  const double ux = xt1 - x1;
+  const double uy = yt1 - y1;
+  const double u = std::sqrt(ux * ux + uy * uy);
+  const double g = std::sqrt(radius * radius + u * u);
+  const double m = turn * 0.5 + firstLegAngle;
+  const double cx = std::cos(m) * g + x1;
+  const double cy = std::sin(m) * g + y1;
+  ArcSpec arc{cx, cy, radius, std::atan2(yt1 - cy, xt1 - cx) * 180 / pi,
+              std::atan2(yt2 - cy, xt2 - cx) * 180 / pi};
+  if (turn >= 0) {
+    arcClockwise(converter, arc);
+  } else {
+    arcCounterClockwise(converter, arc);
+  }
+}
+
+void ArcOperator::execute(Interpreter& ps) {
+  converter->flushMoveto();
+  popArc(ps);
+  arcCounterClockwise(*converter, arc);
+}
+
+void ArcnOperator::execute(Interpreter& ps) {
+  converter->flushMoveto();
+  popArc(ps);
+  arcClockwise(*converter, arc);
+}
+
+void ArctOperator::execute(Interpreter& ps) {
+  converter->flushMoveto();
+  popCorner(ps, converter->topState());
+  writeTangentArc(*converter);
+}
+
+void ArctoOperator::execute(Interpreter& ps) {
+  converter->flushMoveto();
+  popCorner(ps, converter->topState());
+  writeTangentArc(*converter);
+  for (const double coordinate : {xt1, yt1, xt2, yt2}) {
+    pushReal(ps, coordinate);
+  }
+}
+
+void addArcOperators(OperatorRegistry& registry, Postscript2Pdf* converter) {
+  registry.add<ArcOperator>(converter);
+  registry.add<ArcnOperator>(converter);
+  registry.add<ArctOperator>(converter);
+  registry.add<ArctoOperator>(converter);
+}
+
+}  // namespace postscript

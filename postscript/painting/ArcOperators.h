@@ -1,0 +1,63 @@
+// Arcs, which become Bezier curves, cut at the multiples of 90 degrees.
+#pragma once
+
+#include "postscript/engine/OperatorRegistry.h"
+#include "postscript/painting/Postscript2Pdf.h"
+
+namespace postscript {
+
+struct ArcSpec {
+  double centerX = 0, centerY = 0, radius = 0;
+  double firstAngle = 0, secondAngle = 0;  // in degrees
+};
+
+// Write an arc from the first angle to the second, which is brought behind the first by full turns
+// and stored so. Nothing is written for an arc of no length.
+void arcCounterClockwise(Postscript2Pdf& converter, ArcSpec& arc);
+void arcClockwise(Postscript2Pdf& converter, ArcSpec& arc);
+
+// arc and arcn: the operands of the execution under way.
+class Arcer {
+ protected:
+  void popArc(Interpreter& ps);
+
+  ArcSpec arc;
+};
+
+// arct and arcto. The fields keep their values between executions: where the legs of the corner
+// point the same way there are no new tangent points, and arcto answers those of the time before.
+class Arcter {
+ protected:
+  void popCorner(Interpreter& ps, const GraphicsState& state);
+  void writeTangentArc(Postscript2Pdf& converter);
+
+  double radius = 0;
+  double x = 0, y = 0;      // the current point
+  double x1 = 0, y1 = 0;    // the corner
+  double x2 = 0, y2 = 0;    // the end of the second leg
+  double xt1 = 0, yt1 = 0;  // where the arc touches the first leg
+  double xt2 = 0, yt2 = 0;  // and the second
+
+ private:
+  void writeArcBetween(Postscript2Pdf& converter, double firstLegAngle, double turn) const;
+};
+
+#define ARC_OPERATOR(Class, text, Base)                                                  \
+  class Class : public NameObject, public Postscript2PdfObject, public Base {            \
+   public:                                                                               \
+    explicit Class(Postscript2Pdf* pdf) : NameObject(text), Postscript2PdfObject(pdf) {} \
+    void execute(Interpreter& ps) override;                                              \
+  }
+
+// x y r angle1 angle2 arc -
+ARC_OPERATOR(ArcOperator, "arc", Arcer);
+// x y r angle1 angle2 arcn -
+ARC_OPERATOR(ArcnOperator, "arcn", Arcer);
+// x1 y1 x2 y2 r arct -
+ARC_OPERATOR(ArctOperator, "arct", Arcter);
+// x1 y1 x2 y2 r arcto xt1 yt1 xt2 yt2
+ARC_OPERATOR(ArctoOperator, "arcto", Arcter);
+
+void addArcOperators(OperatorRegistry& registry, Postscript2Pdf* converter);
+
+}  // namespace postscript

@@ -1,0 +1,34 @@
+// Tiling patterns. A pattern's content is captured: makepattern notes where the text ends, runs the
+// pattern's procedure, and cuts what was written off into a record.
+#pragma once
+
+#include "postscript/engine/OperatorRegistry.h"
+#include "postscript/painting/Postscript2Pdf.h"
+
+namespace postscript {
+
+class DictionaryObject;
+
+// dict array makepattern dict      (the same handle, by which setpattern finds the record)
+class MakepatternOperator : public NameObject, public Postscript2PdfObject {
+ public:
+  explicit MakepatternOperator(Postscript2Pdf* pdf)
+      : NameObject("makepattern"), Postscript2PdfObject(pdf) {}
+  // Runs twice: the second time under the pattern's procedure, to close the capture.
+  void execute(Interpreter& ps) override;
+
+ private:
+  void openCapture(Interpreter& ps);
+  void closeCapture();
+
+  size_t captureStart = 0;
+  StoredPdfObject* pendingPattern = nullptr;  // null when no capture is open
+  uint64_t clearings = 0;                     // of the list, when the record was made
+};
+
+// dict setpattern -
+PAINTING_OPERATOR(SetpatternOperator, "setpattern");
+
+void addPatternOperators(OperatorRegistry& registry, Postscript2Pdf* converter);
+
+}  // namespace postscript

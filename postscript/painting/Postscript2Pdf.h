@@ -1,0 +1,97 @@
+// Postscript2Pdf: the converter. It owns an interpreter whose painting operators append PDF text to
+// `contentText` as they run, and the stack of tracked graphics states. Nothing is buffered: paths
+// exist as text only. Start at convert.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "postscript/painting/ContentWriter.h"
+#include "postscript/painting/GraphicsState.h"
+#include "postscript/painting/PdfObjectList.h"
+#include "postscript/values/NameObject.h"
+
+namespace postscript {
+
+class Interpreter;
+
+class Postscript2Pdf {
+ public:
+  // matrix: six numbers, the page's default coordinate system. The interpreter has no operators
+  // yet; openConverter makes a complete converter.
+  explicit Postscript2Pdf(const float* matrix);
+  Postscript2Pdf(const Postscript2Pdf&) = delete;
+  Postscript2Pdf& operator=(const Postscript2Pdf&) = delete;
+  ~Postscript2Pdf();
+
+  // The calls of the library's users (see include/tqpumpd2k.h).
+  void startPage(const float* matrix);
+  const char* convert(const char* bytes, int32_t* length) noexcept;
+  // For embedders in C++: runs a piece whose text follows that of the pieces before it. False if it
+  // fails; `contentText` keeps what was written up to then.
+  bool convertOn(std::string_view piece) noexcept;
+
+  GraphicsState& topState() { return *graphicsStates.back(); }
+  void pushDefaultGraphicsState();
+  void pushGraphicsState();
+  // There is always a state: popping the last leaves a fresh one.
+  void popGraphicsState();
+  void resetGraphicsStates();
+
+  // Appends numbers and texts in the order given.
+  template <class... Parts>
+  void write(const Parts&... parts) {
+    (append(parts), ...);
+  }
+  // The current point, with the letter of its operator.
+  void writePoint(char letter);
+  void writeCurve(double x1, double y1, double x2, double y2, double x3, double y3);
+  void writeMatrix(const Matrix& matrix) { formatMatrix(contentText, matrix, "cm"); }
+  void writeClip(std::string_view text) { clipWriter.insert(contentText, text); }
+  // Keeps the beginning of the text only.
+  void cutContent(size_t length);
+  // Writes a moveto that was only remembered.
+  void flushMoveto();
+
+  // An image of more bytes than this becomes an object.
+  static constexpr uint64_t inlineImageLimit = 4000;
+
+  std::vector<std::unique_ptr<GraphicsState>> graphicsStates;  // never empty between calls
+  Matrix pageMatrix;
+  std::unique_ptr<Interpreter> interpreter;
+  std::string errorText;
+  std::string contentText;
+  PdfObjectList* const pdfObjects = &PdfObjectList::instance();
+  bool pendingMoveto = false;
+  bool inPattern = false;
+
+ private:
+  void append(double number) { formatNumber(contentText, number); }
+  void append(std::string_view text) { contentText.append(text); }
+
+  void run(std::string_view piece);
+  void reportFailure(std::string_view words) const;
+
+  ClipWriter clipWriter;
+};
+
+// The base of every painting operator.
+class Postscript2PdfObject {
+ public:
+  explicit Postscript2PdfObject(Postscript2Pdf* owner) : converter(owner) {}
+
+ protected:
+  Postscript2Pdf* const converter;
+};
+
+// The class of a painting operator without state, as POSTSCRIPT_OPERATOR.
+#define PAINTING_OPERATOR(Class, text)                                                   \
+  class Class : public NameObject, public Postscript2PdfObject {                         \
+   public:                                                                               \
+    explicit Class(Postscript2Pdf* pdf) : NameObject(text), Postscript2PdfObject(pdf) {} \
+    void execute(Interpreter& ps) override;                                              \
+  }
+
+}  // namespace postscript

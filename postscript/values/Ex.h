@@ -1,0 +1,28 @@
+// Ex: the one failure that operators raise. It is thrown by value; nothing is tidied up on its way
+// to the call that ran the program.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace postscript {
+
+class Ex {
+ public:
+  // file: text that lives for ever, as the report shows it. line: the line of the throw.
+  Ex(const char* theFile, int32_t theLine, std::string theMessage)
+      : file(theFile), line(theLine), message(std::move(theMessage)) {}
+
+  // "[file:line] message" and a line feed, NUL-terminated, as long as this record lives. The file
+  // is shown from behind its last backslash; without one, from its second character on.
+  const char* report();
+
+  const char* file;
+  int32_t line;
+  std::string message;
+
+ private:
+  std::string reportText;
+};
+
+}  // namespace postscript

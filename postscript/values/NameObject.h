@@ -1,0 +1,40 @@
+// NameObject: a name, and the base of every operator. An operator is a name whose text is the
+// operator's and whose execute does its work.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "postscript/values/PostscriptObject.h"
+
+namespace postscript {
+
+class NameObject : public PostscriptObject {
+ public:
+  static constexpr TypeTag tag = TypeTag::name;
+
+  explicit NameObject(std::string_view theName) : PostscriptObject(tag), name(theName) {}
+  explicit NameObject(char character) : PostscriptObject(tag), name(1, character) {}
+  ~NameObject() override;
+
+  // Places what the name stands for on the execution stack.
+  void execute(Interpreter& ps) override;
+  std::string describe() const override;
+  std::string syntaxText() const override { return name; }
+  std::string valueText() const override { return name; }
+  // A plain, executable name, also of a literal name and of an operator.
+  PostscriptObject* clone() const override { return new NameObject(name); }
+
+  std::string name;
+};
+
+// The class of an operator without state: Class, and its name as programs write it. The line that
+// declares it says in a comment what it takes from the stack and what it leaves.
+#define POSTSCRIPT_OPERATOR(Class, text)    \
+  class Class : public NameObject {         \
+   public:                                  \
+    Class() : NameObject(text) {}           \
+    void execute(Interpreter& ps) override; \
+  }
+
+}  // namespace postscript

@@ -1,0 +1,50 @@
+// StringObject: a string of bytes. The text stays as it was written: when it is encoded, `filters`
+// of the body name the decoders that still apply, and whoever uses the text passes them on.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "postscript/values/CompositeObject.h"
+
+namespace postscript {
+
+class StringData : public CompositeData {
+ public:
+  explicit StringData(std::string bytes) : CompositeData(TypeTag::string), text(std::move(bytes)) {}
+  ~StringData() override;
+
+  std::string text;  // may hold NUL bytes
+  std::vector<std::string> filters;
+};
+
+class StringObject : public CompositeObject {
+ public:
+  static constexpr TypeTag tag = TypeTag::string;
+
+  // A literal string. Fails for a text that is too long to keep.
+  StringObject(VirtualMemoryObject& space, std::string text);
+
+  std::string describe() const override;
+  std::string syntaxText() const override;
+  std::string valueText() const override { return std::string(textToNul()); }
+  PostscriptObject* clone() const override { return new StringObject(*this); }
+
+  std::string& text() const { return static_cast<StringData*>(data)->text; }
+  std::vector<std::string>& filters() const { return static_cast<StringData*>(data)->filters; }
+  // The text up to its first NUL byte.
+  std::string_view textToNul() const { return text().c_str(); }
+  // Writes one byte in place. The place behind the last byte takes it without effect; beyond,
+  // fails.
+  void setByte(size_t index, char byte);
+  void append(std::string_view bytes);
+
+ private:
+  StringObject(const StringObject& source) : CompositeObject(source, source.executable) {}
+};
+
+// Fails for a size that no string may have.
+void checkStringSize(size_t bytes);
+
+}  // namespace postscript
