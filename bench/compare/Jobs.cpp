@@ -1,5 +1,6 @@
 #include "bench/compare/Jobs.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -39,6 +40,15 @@ std::string withControlBytes(std::string text) {
   return text;
 }
 
+// Where the expectations of a line of test cases begin; npos if there are none.
+size_t keyAt(const std::string& line) {
+  size_t first = std::string::npos;
+  for (const char* key : {"%pdf", "%stack", "%prints", "%error", "%nothing", "%nocut"}) {
+    first = std::min(first, line.find(key));
+  }
+  return first;
+}
+
 Program inPieces(const std::string& text, size_t size) {
   Program program;
   for (size_t at = 0; at < text.size(); at += size) {
@@ -62,7 +72,7 @@ FileJobs::FileJobs(const std::vector<std::string>& files) {
 
 void FileJobs::addFile(const std::string& file) {
   const std::string text = contentOf(file);
-  if (text.find(" %= ") != std::string::npos) {
+  if (text.starts_with("%% ")) {
     addCases(file, text);
     return;
   }
@@ -73,23 +83,31 @@ void FileJobs::addFile(const std::string& file) {
 
 void FileJobs::addCases(const std::string& file, const std::string& text) {
   std::istringstream lines(text);
-  std::string line;
+  std::string line, program;
   for (int number = 1; std::getline(lines, line); ++number) {
-    if (line.empty() || line[0] == '%') {
-      continue;
+    const size_t key = keyAt(line);
+    const bool isProgram = !line.empty() && line[0] != '%';
+    if (isProgram) {
+      program += (program.empty() ? "" : " ") + line.substr(0, key);
     }
-    const std::string name = file + ":" + std::to_string(number);
-    const std::string program = withControlBytes(line.substr(0, line.find(" %="))) + "\n";
-    Program whole;
-    std::string rest = program;
-    for (size_t cut; (cut = rest.find("‖")) != std::string::npos;) {
-      whole.push_back({Call::Kind::convert, rest.substr(0, cut), 0, false});
-      rest.erase(0, cut + std::string("‖").size());
+    if (!program.empty() && (key != std::string::npos || !isProgram)) {
+      addCase(file + ":" + std::to_string(number), withControlBytes(program) + "\n");
+      program.clear();
     }
-    whole.push_back({Call::Kind::convert, rest, 0, false});
-    jobs_.push_back({name, std::move(whole)});
-    addCuts(name, program, 5, 2);
   }
+}
+
+void FileJobs::addCase(const std::string& name, const std::string& text) {
+  const std::string mark = "‖";
+  Program program;
+  std::string rest = text;
+  for (size_t cut; (cut = rest.find(mark)) != std::string::npos;) {
+    program.push_back({Call::Kind::convert, rest.substr(0, cut), 0, false});
+    rest.erase(0, cut + mark.size());
+  }
+  program.push_back({Call::Kind::convert, rest, 0, false});
+  jobs_.push_back({name, std::move(program)});
+  addCuts(name, text, 5, 2);
 }
 
 void FileJobs::addCuts(const std::string& name, const std::string& text, uint32_t times,

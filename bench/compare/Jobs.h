@@ -24,8 +24,8 @@ class SeededJobs : public Jobs {
   std::string name(uint64_t number) const override { return "seed " + std::to_string(number); }
 };
 
-// Files: each whole, cut at random, and in pieces of 4 KB; of a file of test cases (with " %= " in
-// its lines) each case whole and cut.
+// Files: each whole, cut at random, and in pieces of 4 KB; of a file of test cases (which
+// begins with "%% ") each row whole and cut.
 class FileJobs : public Jobs {
  public:
   explicit FileJobs(const std::vector<std::string>& files);
@@ -41,6 +41,7 @@ class FileJobs : public Jobs {
 
   void addFile(const std::string& file);
   void addCases(const std::string& file, const std::string& text);
+  void addCase(const std::string& name, const std::string& text);
   void addCuts(const std::string& name, const std::string& text, uint32_t times, uint32_t cuts);
 
   std::vector<Job> jobs_;
