@@ -1,7 +1,5 @@
 #include "tools/quillpress/Files.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -10,6 +8,8 @@
 #include <filesystem>
 #include <system_error>
 #include <utility>
+
+#include "tools/quillpress/system/System.h"
 
 namespace quillpress {
 namespace {
@@ -27,12 +27,8 @@ const char* adviceFor(int error) {
       return "; check the permissions or use another folder";
     case EISDIR:
       return "; give the name of a file";
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
-      return "; make room or use another disk";
     default:
-      return "";
+      return isDiskFull(error) ? "; make room or use another disk" : "";
   }
 }
 
@@ -59,8 +55,10 @@ class Descriptor {
 };
 
 void writeAll(const Descriptor& file, std::string_view bytes, const std::string& path) {
+  constexpr size_t most = 1 << 24;  // a system's call may take no more than an int can count
   while (!bytes.empty()) {
-    const ssize_t written = ::write(file.get(), bytes.data(), bytes.size());
+    const auto length = static_cast<unsigned>(std::min(bytes.size(), most));
+    const ssize_t written = ::write(file.get(), bytes.data(), length);
     if (written < 0 && errno != EINTR) {
       fail("cannot write", path, errno);
     }
@@ -68,25 +66,11 @@ void writeAll(const Descriptor& file, std::string_view bytes, const std::string&
   }
 }
 
-// The mode of the file that will be replaced, or that of any new file.
-mode_t modeFor(const std::string& path) {
-  struct stat status {};
-  if (::stat(path.c_str(), &status) == 0) {
-    return status.st_mode & 07777;
-  }
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  return 0666 & ~mask;
-}
-
 // A new file beside the place that it is meant for; gone again unless it was moved there.
 class FileBeside {
  public:
-  FileBeside(const std::string& place, const std::string& nameForUser)
-      : target(place),
-        shownName(nameForUser),
-        name((fs::path(place).parent_path() / ".quillpress-XXXXXX").string()),
-        file(::mkstemp(name.data())) {
+  FileBeside(const fs::path& place, const std::string& nameForUser)
+      : target(place), shownName(nameForUser), file(createBeside(place, name)) {
     if (file.get() < 0) {
       fail("cannot write", shownName, errno);
     }
@@ -95,22 +79,28 @@ class FileBeside {
   FileBeside& operator=(const FileBeside&) = delete;
   ~FileBeside() {
     if (!moved) {
-      ::unlink(name.c_str());
+      file.close();
+      std::error_code none;
+      fs::remove(name, none);
     }
   }
   void write(std::string_view bytes) { writeAll(file, bytes, shownName); }
   void moveToPlace() {
-    if (::fchmod(file.get(), modeFor(target)) != 0 || !file.close() ||
-        ::rename(name.c_str(), target.c_str()) != 0) {
+    if (!setPermissions(file.get(), target) || !file.close()) {
       fail("cannot write", shownName, errno);
+    }
+    std::error_code error;
+    fs::rename(name, target, error);
+    if (error) {
+      fail("cannot write", shownName, error.default_error_condition().value());
     }
     moved = true;
   }
 
  private:
-  std::string target;
+  fs::path target;
   std::string shownName;
-  std::string name;
+  fs::path name;
   Descriptor file;
   bool moved = false;
 };
@@ -119,7 +109,7 @@ class FileBeside {
 
 std::string readFile(const std::string& path) {
   const std::string name = path == "-" ? "standard input" : path;
-  const Descriptor file(path == "-" ? STDIN_FILENO : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  const Descriptor file(path == "-" ? STDIN_FILENO : openToRead(systemPath(path)));
   if (file.get() < 0) {
     fail("cannot read", name, errno);
   }
@@ -144,16 +134,17 @@ void writeFile(const std::string& path, std::string_view bytes) {
     return;
   }
   std::error_code none;
-  const fs::file_status status = fs::status(path, none);
+  const fs::path given = systemPath(path);
+  const fs::file_status status = fs::status(given, none);
   if (!fs::exists(status) || fs::is_regular_file(status)) {
     // A link stays one: what it points to is replaced.
-    const fs::path place = fs::canonical(path, none);
-    FileBeside beside(place.empty() ? path : place.string(), path);
+    const fs::path place = fs::canonical(given, none);
+    FileBeside beside(place.empty() ? given : place, path);
     beside.write(bytes);
     beside.moveToPlace();
     return;
   }
-  Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+  Descriptor file(openToWrite(given));
   if (file.get() < 0) {
     fail("cannot write", path, errno);
   }
@@ -165,7 +156,8 @@ void writeFile(const std::string& path, std::string_view bytes) {
 
 bool isSameFile(const std::string& path, const std::string& other) {
   std::error_code none;
-  return fs::is_regular_file(path, none) && fs::equivalent(path, other, none);
+  const fs::path first = systemPath(path);
+  return fs::is_regular_file(first, none) && fs::equivalent(first, systemPath(other), none);
 }
 
 }  // namespace quillpress

@@ -1,10 +1,12 @@
 #include "tools/quillpress/Options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "tools/quillpress/ExitStatus.h"
 
@@ -62,11 +64,13 @@ Box parsePageSize(std::string_view text) {
 
 }  // namespace
 
-std::optional<Options> parseOptions(int argc, const char* const* argv, int& exitStatus) {
+std::optional<Options> parseOptions(std::vector<std::string> arguments, int& exitStatus) {
   Options options;
   CLI::App app("Turns PostScript pages into PDF.", "quillpress");
   app.set_version_flag("--version", "quillpress " QUILLPRESS_VERSION);
   app.require_subcommand(1);
+  // A path that begins with a slash is no option, on Windows either.
+  app.allow_windows_style_options(false);
   app.footer(
       "Exit status: 0 all is well, 1 a page failed and was left out, 2 nothing was written.");
 
@@ -86,7 +90,10 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, int& exit
           "A4, Letter or WIDTHxHEIGHT in points; otherwise the file's bounding box, or Letter")
       ->type_name("SIZE");
   try {
-    app.parse(argc, argv);
+    // CLI11 takes them in reverse order.
+    arguments.erase(arguments.begin());
+    std::reverse(arguments.begin(), arguments.end());
+    app.parse(std::move(arguments));
   } catch (const CLI::ParseError& error) {
     exitStatus = app.exit(error) == 0 ? exitAllWell : exitNothingUsable;
     return std::nullopt;

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "tools/quillpress/Geometry.h"
 
@@ -16,8 +17,9 @@ struct Options {
   std::optional<Box> pageSize;
 };
 
-// Gives nothing when there is nothing left to do, and then sets the exit status: after --help and
+// Takes the command line with the program's name in front. Gives nothing when there is nothing left
+// to do, and then sets the exit status: after --help and
 // --version, and after a command line that makes no sense, which was told on standard error.
-std::optional<Options> parseOptions(int argc, const char* const* argv, int& exitStatus);
+std::optional<Options> parseOptions(std::vector<std::string> arguments, int& exitStatus);
 
 }  // namespace quillpress

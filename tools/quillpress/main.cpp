@@ -16,6 +16,7 @@
 #include "tools/quillpress/Job.h"
 #include "tools/quillpress/Options.h"
 #include "tools/quillpress/PdfAssembler.h"
+#include "tools/quillpress/system/System.h"
 
 namespace {
 
@@ -94,9 +95,10 @@ int convert(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  makeStandardStreamsBinary();
   try {
     int exitStatus = exitAllWell;
-    const auto options = parseOptions(argc, argv, exitStatus);
+    const auto options = parseOptions(systemArguments(argc, argv), exitStatus);
     return options ? convert(*options) : exitStatus;
   } catch (const std::bad_alloc&) {
     std::cerr << "quillpress: not enough memory for this file; convert fewer pages at a time\n";
