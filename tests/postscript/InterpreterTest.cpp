@@ -46,10 +46,10 @@ std::string debugText;
 TEST(UnknownNames, AreListedInOrderWithTheirCounts) {
   Interpreter ps;
   installLanguage(ps);
-  debugReceiver = [](const char* text) { debugText += text; };
+  quillpress::debugReceiver = [](const char* text) { debugText += text; };
   const std::string_view program = "zz add /ab zz { x Ab a1 zz } (ab) /x1 unfinished";
   ps.listUnknownNames(program.data(), program.size());
-  debugReceiver = nullptr;
+  quillpress::debugReceiver = nullptr;
   EXPECT_EQ(debugText, "ab (1)\nzz (3)\n");
   EXPECT_TRUE(ps.operandStack.empty());
 }

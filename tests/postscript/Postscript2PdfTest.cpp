@@ -81,10 +81,10 @@ TEST_F(Postscript2PdfTest, NamesSavesOverTheProcess) {
 
 TEST_F(Postscript2PdfTest, TellsFailuresToTheDebugger) {
   static std::string heard;
-  debugReceiver = [](const char* text) { heard += text; };
+  quillpress::debugReceiver = [](const char* text) { heard += text; };
   convert("nosuch ");
   convert("(a) 1 (b) {pop} for ");
-  debugReceiver = nullptr;
+  quillpress::debugReceiver = nullptr;
   EXPECT_EQ(heard, "Exception:[ameObject:25] NOTHING TO EXECUTE for nosuch\n");
 }
 

@@ -14,18 +14,18 @@ struct FrontEnd {
   FrontEnd& operator=(const FrontEnd&) = delete;
   ~FrontEnd() { jobs.abandon(); }
 
-  Win32Platform system;
-  JobRecords jobs{system.platform};
+  umpd::Win32Platform system;
+  umpd::JobRecords jobs{system.platform};
 };
 
-JobRecords& jobsOfProcess() {
+umpd::JobRecords& jobsOfProcess() {
   static FrontEnd frontEnd;
   return frontEnd.jobs;
 }
 
 // Gives what the call gives or, if there is no memory for its work, `failure`.
 template <class Call>
-std::uint32_t guarded(std::uint32_t failure, Call call) {
+uint32_t guarded(uint32_t failure, Call call) {
   try {
     return call(jobsOfProcess());
   } catch (...) {
@@ -44,7 +44,8 @@ const char16_t* nameOf(const wchar_t* key) {
 }  // namespace
 
 unsigned long DocStart(wchar_t* printerName) {
-  return guarded(0, [&](JobRecords& jobs) { return DocStart(jobs, text(printerName)); });
+  return guarded(0,
+                 [&](umpd::JobRecords& jobs) { return umpd::DocStart(jobs, text(printerName)); });
 }
 
 CUmpd& CUmpd::operator=(const CUmpd&) = default;
@@ -53,39 +54,41 @@ extern "C" {
 
 uint32_t DocStart2K(void* printer, uint32_t jobId, const wchar_t* printerName,
                     const wchar_t* docName) {
-  const auto handle = PrinterHandle{reinterpret_cast<std::uintptr_t>(printer)};
-  return guarded(0, [&](JobRecords& jobs) {
-    return DocStart2K(jobs, handle, jobId, text(printerName), text(docName));
+  const auto handle = umpd::PrinterHandle{reinterpret_cast<uintptr_t>(printer)};
+  return guarded(0, [&](umpd::JobRecords& jobs) {
+    return umpd::DocStart2K(jobs, handle, jobId, text(printerName), text(docName));
   });
 }
 
 uint32_t DocWrite(uint32_t job, const void* buffer, uint32_t length) {
-  return guarded(0, [&](JobRecords& jobs) { return DocWrite(jobs, job, buffer, length); });
+  return guarded(0,
+                 [&](umpd::JobRecords& jobs) { return umpd::DocWrite(jobs, job, buffer, length); });
 }
 
 uint32_t DocEnd(uint32_t job) {
-  return guarded(0, [&](JobRecords& jobs) { return DocEnd(jobs, job); });
+  return guarded(0, [&](umpd::JobRecords& jobs) { return umpd::DocEnd(jobs, job); });
 }
 
 uint32_t getIntVal(const void* job, const wchar_t* key, uint32_t defaultValue) {
-  return guarded(defaultValue,
-                 [&](JobRecords& jobs) { return getIntVal(jobs, job, nameOf(key), defaultValue); });
+  return guarded(defaultValue, [&](umpd::JobRecords& jobs) {
+    return umpd::getIntVal(jobs, job, nameOf(key), defaultValue);
+  });
 }
 
 uint32_t getStringVal(const void* job, const wchar_t* key, wchar_t* buffer, uint32_t size,
                       const wchar_t* defaultText) {
   // Without a buffer there is no room for any text, and none for the default.
-  const std::uint32_t room = buffer ? size : 0;
+  const uint32_t room = buffer ? size : 0;
   const char16_t* const otherwise = buffer ? text(defaultText) : nullptr;
-  return guarded(0, [&](JobRecords& jobs) {
-    return getStringVal(jobs, job, nameOf(key), reinterpret_cast<char16_t*>(buffer), room,
-                        otherwise);
+  return guarded(0, [&](umpd::JobRecords& jobs) {
+    return umpd::getStringVal(jobs, job, nameOf(key), reinterpret_cast<char16_t*>(buffer), room,
+                              otherwise);
   });
 }
 
 uint32_t getStringMultibyte(const void* job, const char* key, char* buffer, uint32_t size) {
-  return guarded(0, [&](JobRecords& jobs) {
-    return getStringMultibyte(jobs, job, key ? key : "", buffer, buffer ? size : 0);
+  return guarded(0, [&](umpd::JobRecords& jobs) {
+    return umpd::getStringMultibyte(jobs, job, key ? key : "", buffer, buffer ? size : 0);
   });
 }
 

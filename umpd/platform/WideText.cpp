@@ -1,7 +1,8 @@
-#include "umpd/WideText.h"
+#include "umpd/platform/WideText.h"
 
 #include <algorithm>
 
+namespace umpd {
 namespace {
 
 char16_t fold(char16_t c) {
@@ -29,18 +30,21 @@ bool equalsIgnoringCase(std::u16string_view a, std::u16string_view b) {
                     [](char16_t x, char16_t y) { return fold(x) == fold(y); });
 }
 
-std::u16string decimalText(std::uint32_t value) {
+std::u16string decimalText(uint32_t value) {
   const std::string digits = std::to_string(value);
   return {digits.begin(), digits.end()};
 }
 
-std::uint32_t decimalValue(std::u16string_view text) {
+uint32_t decimalValue(std::u16string_view text) {
   auto at = std::find_if_not(text.begin(), text.end(), isSpace);
   bool negative = false;
-  if (at != text.end() && (*at == u'-' || *at == u'+')) negative = *at++ == u'-';
-  std::uint32_t value = 0;
-  for (; at != text.end() && isDigit(*at); ++at)
-    value = value * 10 + static_cast<std::uint32_t>(*at - u'0');
+  if (at != text.end() && (*at == u'-' || *at == u'+')) {
+    negative = *at++ == u'-';
+  }
+  uint32_t value = 0;
+  for (; at != text.end() && isDigit(*at); ++at) {
+    value = value * 10 + static_cast<uint32_t>(*at - u'0');
+  }
   return negative ? 0 - value : value;
 }
 
@@ -49,3 +53,5 @@ std::u16string withCommas(std::u16string_view name) {
   std::replace(result.begin(), result.end(), u'\\', u',');
   return result;
 }
+
+}  // namespace umpd
