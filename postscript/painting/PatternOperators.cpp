@@ -67,7 +67,7 @@ void MakepatternOperator::openCapture(Interpreter& ps) {
   if (array->items().size() != 6) {
     throw Ex(sourceFile, 2961, "expecting array of 6 doubles");
   }
-  captureStart = converter->contentText.size();
+  captureStart = converter->contentText.beginPart();
   const Matrix steps{step(*pattern, "XStep"), 0, 0, step(*pattern, "YStep"), 0, 0};
   converter->write("q ");
   converter->writeMatrix(steps);
@@ -102,13 +102,11 @@ void MakepatternOperator::enterRecord(const DictionaryObject& pattern, const Mat
 }
 
 void MakepatternOperator::closeCapture() {
-  const std::string& content = converter->contentText;
   converter->write("Q\n");
   converter->inPattern = false;
   // A call may have begun since, and with it a new text.
-  const size_t start = std::min(std::exchange(captureStart, 0), content.size());
-  converter->pdfObjects->complete(*pendingPattern, content.substr(start));
-  converter->cutContent(start);
+  const size_t start = std::min(std::exchange(captureStart, 0), converter->contentText.size());
+  converter->pdfObjects->complete(*pendingPattern, converter->contentText.takePart(start));
   pendingPattern.reset();
 }
 
