@@ -4,9 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstring>
-
-#include "postscript/converter/StartupTexts.h"
 #include "postscript/engine/Interpreter.h"
 #include "support/DebugOutput.h"
 
@@ -46,12 +43,6 @@ class Postscript2PdfTest : public testing::Test {
 const std::string image = "4001 1 8 [] (" + std::string(4001, 'x') + ") image ";
 const std::string definePattern =
     "/P 9 dict dup begin /XStep 1 def /YStep 1 def /PaintProc {pop} def end def ";
-
-TEST_F(Postscript2PdfTest, HasTextsToStartWith) {
-  EXPECT_EQ(std::strlen(startupTexts[0]), 783U);
-  EXPECT_EQ(std::strlen(startupTexts[1]), 2095U);
-  EXPECT_EQ(std::strlen(startupTexts[2]), 241U);
-}
 
 TEST_F(Postscript2PdfTest, TracksFontsAndColorSpaces) {
   const GraphicsState& fresh = converter.topState();
