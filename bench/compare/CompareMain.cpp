@@ -125,7 +125,6 @@ class Comparison {
                                  a.size() == b.size();
       if (bothOutOfTime) {
         ++endless_;
-        std::fprintf(stderr, "%s: no end\n", jobs_.name(first + both).c_str());
       } else {
         report(first, first + both);
       }

@@ -65,9 +65,10 @@ struct Samples {
 
 Samples someSamples(Choices& choices) {
   static constexpr std::array<uint32_t, 4> depths = {8, 8, 1, 4};
-  const bool large = choices.oneIn(12);
-  const uint32_t most = large ? 90 : 12;
-  return {1 + choices.below(most), 1 + choices.below(most), depths[choices.below(4)],
+  if (choices.oneIn(8)) {
+    return {60 + choices.below(20), 60 + choices.below(20), 8, choices.oneIn(4) ? 3u : 1u};
+  }
+  return {1 + choices.below(12), 1 + choices.below(12), depths[choices.below(4)],
           choices.oneIn(3) ? 3u : 1u};
 }
 

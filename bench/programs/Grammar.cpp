@@ -111,10 +111,10 @@ std::string Grammar::terminal(char symbol) {
 }
 
 std::string Grammar::number() {
-  static constexpr std::array odd = {"2147483647", "-2147483648", "16#fF",  "1e2",     "-1.5E-3",
+  static constexpr std::array odd = {"2147483647", "-2147483648", "16#fF",  "1e2",     "-1.5",
                                      "12.0625",    "10000.5",     ".001",   "3.",      "+4",
                                      "4294967296", "0.00005",     "1e300",  "36#zz",   "-.5",
-                                     "007",        "99999.99995", "0.0005", "1e-7",    "-0.0",
+                                     "007",        "99999.99995", "0.0005", "-7",      "-0.0",
                                      "8#777",      "123456789",   "2.5e0",  "1000000", "0.99995"};
   const int32_t whole = static_cast<int32_t>(choices_.below(700)) - 60;
   switch (choices_.below(12)) {
@@ -136,7 +136,7 @@ std::string Grammar::number() {
 }
 
 std::string Grammar::separator() {
-  static constexpr std::array odd = {"\n", "\r\n", "\t", "  ", " %c (x\n", "\f", "\r"};
+  static constexpr std::array odd = {"\n", "\r\n", "\t", "  ", " %c x\n", "\f", "\r"};
   return choices_.oneIn(24) ? oneOf(choices_, odd) : " ";
 }
 
@@ -153,9 +153,10 @@ std::string Grammar::sequence(int depth) {
 }
 
 std::string Grammar::noise(int depth) {
-  static constexpr std::array odd = {"]",    "}",   "exit", "stop",  "end",  "pop", "mark", "{",
-                                     "(abc", ">",   "<~",   "begin", "exch", "[",   "null", ")",
-                                     "$Q",   "<ab", "//x",  "roll",  "cvx",  ">>",  "<<",   "/"};
+  static constexpr std::array odd = {"]",       "}",    "exit", "stop", "end",   "pop",  "mark",
+                                     "{",       "(abc", ">",    "<~",   "begin", "exch", "[",
+                                     "null",    ")",    "$Q",   "<ab",  "//x",   "1e-7", "(\\z)",
+                                     "-1.5E-3", "roll", "cvx",  ">>",   "<<",    "/"};
   if (choices_.oneIn(3)) {
     return expandText(odd[choices_.below(static_cast<uint32_t>(odd.size()))], depth + 1);
   }

@@ -29,14 +29,16 @@ constexpr const char* prolog =
 // What the program left: its stacks, what it defined, and the graphics state. Calls of their own,
 // as a failure loses the rest of its call.
 constexpr const char* epilogue[] = {
-    "\n) > ~> ",
-    "] } } } } count W countdictstack W mark counttomark W cleartomark ",
+    "\n) > ~> } ",
+    "} } } ",
+    "count W countdictstack W mark counttomark W cleartomark ",
     "count 12 gt {12}{count} ifelse {WA} repeat ",
     "n0 W n1 W n2 W n3 W s0 W s1 W s2 W ",
     "a0 WA a1 WA a2 WA d0 WD d1 WD d2 WD ",
     "x W y W key W currentdict length W vmstatus W W W save W ",
     "1 2 moveto p0 p1 5 6 lineto ",
-    "currentlinewidth W currentrgbcolor W W W matrix currentmatrix WA grestore currentpoint W W ",
+    "currentlinewidth W matrix currentmatrix WA grestore currentpoint W W ",
+    "currentgray W currentrgbcolor W W W ",
 };
 
 std::string makeText(Choices& choices, bool first) {
@@ -108,7 +110,7 @@ Program makeProgram(Choices& choices) {
     program.push_back({Call::Kind::convert, call, 0, false});
   }
   program.push_back({Call::Kind::startPage, "", 1, false});
-  program.push_back({Call::Kind::convert, epilogue[3], 0, false});
+  program.push_back({Call::Kind::convert, epilogue[4], 0, false});
   if (twoConverters) {
     for (Call& call : program) {
       call.secondConverter = choices.oneIn(2);
