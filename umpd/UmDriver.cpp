@@ -306,6 +306,11 @@ void UmDriver::signalFinishedPrint(const std::u16string& document) {
   }
 }
 
+std::u16string UmDriver::documentName() const {
+  const std::lock_guard lock(nameMutex_);
+  return docName;
+}
+
 void UmDriver::resetJob() {
   clear();
   status |= statusEnded;
@@ -322,7 +327,10 @@ void UmDriver::clear() {
   status = 0;
   outputPath.clear();
   userName.clear();
-  docName.clear();
+  {
+    const std::lock_guard lock(nameMutex_);
+    docName.clear();
+  }
   bytesWritten = 0;
   emptyPdfObjectList();
 }
