@@ -59,7 +59,7 @@ PdfObject* const* PSGetPdfObjects(void* converter, uint64_t* count) {
     return nullptr;
   }
   try {
-    return static_cast<Postscript2Pdf*>(converter)->pdfObjects->handOut(count);
+    return static_cast<Postscript2Pdf*>(converter)->getPdfObjects(count);
   } catch (...) {
     return nullptr;
   }
