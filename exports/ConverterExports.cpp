@@ -2,7 +2,6 @@
 #include "include/tqpumpd2k.h"
 #include "postscript/converter/OpenConverter.h"
 
-using postscript::PdfObjectList;
 using postscript::Postscript2Pdf;
 
 extern "C" {

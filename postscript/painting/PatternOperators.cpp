@@ -67,7 +67,7 @@ void MakepatternOperator::openCapture(Interpreter& ps) {
   if (array->items().size() != 6) {
     throw Ex(sourceFile, 2961, "expecting array of 6 doubles");
   }
-  captureStart = converter->contentText.size();
+  captureStart = converter->contentText.beginPart();
   const Matrix steps{step(*pattern, "XStep"), 0, 0, step(*pattern, "YStep"), 0, 0};
   converter->write("q ");
   converter->writeMatrix(steps);
@@ -94,15 +94,14 @@ void MakepatternOperator::closeCapture() {
   if (stands && pendingPattern->data) {
     throw Ex(sourceFile, 2938, "dont supported nested patterns yet");
   }
-  const std::string& content = converter->contentText;
   converter->write("Q\n");
   converter->inPattern = false;
   // A call may have begun since, and with it a new text.
-  const size_t start = std::min(std::exchange(captureStart, 0), content.size());
+  const size_t start = std::min(std::exchange(captureStart, 0), converter->contentText.size());
+  std::string content = converter->contentText.takePart(start);
   if (stands) {
-    pendingPattern->setData(content.substr(start));
+    pendingPattern->setData(std::move(content));
   }
-  converter->cutContent(start);
   pendingPattern = nullptr;
 }
 

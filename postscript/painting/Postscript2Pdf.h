@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "postscript/painting/ArcPieces.h"
+#include "postscript/painting/ContentText.h"
 #include "postscript/painting/ContentWriter.h"
 #include "postscript/painting/GraphicsState.h"
 #include "postscript/painting/PdfObjectList.h"
@@ -33,7 +35,7 @@ class Postscript2Pdf {
   // fails; `contentText` keeps what was written up to then.
   bool convertOn(std::string_view piece) noexcept;
 
-  GraphicsState& topState() { return *graphicsStates.back(); }
+  GraphicsState& topState() { return graphicsStates.back(); }
   void pushDefaultGraphicsState();
   void pushGraphicsState();
   // There is always a state: popping the last leaves a fresh one.
@@ -43,38 +45,33 @@ class Postscript2Pdf {
   // Appends numbers and texts in the order given.
   template <class... Parts>
   void write(const Parts&... parts) {
-    (append(parts), ...);
+    writeParts(contentText, parts...);
   }
   // The current point, with the letter of its operator.
   void writePoint(char letter);
   void writeCurve(double x1, double y1, double x2, double y2, double x3, double y3);
-  void writeMatrix(const Matrix& matrix) { formatMatrix(contentText, matrix, "cm"); }
-  void writeClip(std::string_view text) { clipWriter.insert(contentText, text); }
-  // Keeps the beginning of the text only.
-  void cutContent(size_t length);
+  void writeMatrix(const Matrix& matrix);
+  // text: a literal.
+  void writeClip(std::string_view text) { contentText.insertClip(text); }
   // Writes a moveto that was only remembered.
   void flushMoveto();
 
   // An image of more bytes than this becomes an object.
   static constexpr uint64_t inlineImageLimit = 4000;
 
-  std::vector<std::unique_ptr<GraphicsState>> graphicsStates;  // never empty between calls
+  std::vector<GraphicsState> graphicsStates;  // never empty between calls
   Matrix pageMatrix;
   std::unique_ptr<Interpreter> interpreter;
   std::string errorText;
-  std::string contentText;
+  ContentText contentText;
   PdfObjectList* const pdfObjects = &PdfObjectList::instance();
   bool pendingMoveto = false;
   bool inPattern = false;
+  ArcPieces arcPieces;
 
  private:
-  void append(double number) { formatNumber(contentText, number); }
-  void append(std::string_view text) { contentText.append(text); }
-
   void run(std::string_view piece);
   void reportFailure(std::string_view words) const;
-
-  ClipWriter clipWriter;
 };
 
 // The base of every painting operator.

@@ -46,7 +46,7 @@ const std::string definePattern =
 
 TEST_F(Postscript2PdfTest, TracksFontsAndColorSpaces) {
   const GraphicsState& fresh = converter.topState();
-  EXPECT_EQ(fresh.fontName, "Helvetica");
+  EXPECT_EQ(*fresh.fontName, "Helvetica");
   EXPECT_EQ(fresh.fontSize, 12);
   EXPECT_EQ(fresh.colorSpace, ColorMode::rgb);
   convert("/Helvetica findfont 12 scalefont setfont /DeviceCMYK setcolorspace ");
@@ -59,7 +59,7 @@ TEST_F(Postscript2PdfTest, TracksFontsAndColorSpaces) {
       "/T 3 dict dup begin /FontMatrix [0 0.01 -0.01 0 0 0] def /FontName /Turned def end def "
       "T setfont /DeviceRGB setcolorspace ");
   EXPECT_DOUBLE_EQ(converter.topState().fontSize, 10);
-  EXPECT_EQ(converter.topState().fontName, "Turned");
+  EXPECT_EQ(*converter.topState().fontName, "Turned");
   EXPECT_EQ(converter.topState().colorSpace, ColorMode::rgb);
   // Without a good name the size stays too.
   EXPECT_EQ(convert("T /FontName 5 put T /FontMatrix matrix put T setfont "), "failed");

@@ -147,7 +147,8 @@ QPDFObjectHandle Resources::dictionaryFor(const std::set<std::string>& names) co
   return result;
 }
 
-void addPage(QPDF& pdf, const std::string& content, const Box& box, QPDFObjectHandle resources) {
+void addPage(QPDF& pdf, const std::string& content, const Box& box,
+             const QPDFObjectHandle& resources) {
   auto page = QPDFObjectHandle::newDictionary();
   page.replaceKey("/Type", QPDFObjectHandle::newName("/Page"));
   page.replaceKey("/MediaBox",
