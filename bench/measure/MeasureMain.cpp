@@ -30,7 +30,7 @@ struct Figures {
 
 Figures run(const bench::ConverterLibrary& library, const std::string& program, size_t piece) {
   Figures figures;
-  const uint64_t memoryBefore = bench::peakMemory();
+  const uint64_t memoryBefore = bench::watchPeakMemory();
   const bench::AllocationCount before = bench::allocations();
   double start = bench::processorSeconds();
   void* converter = library.open(programs::matrices[0].data());

@@ -8,7 +8,10 @@ namespace bench {
 // Seconds of processor time, in the program and in the system.
 double processorSeconds();
 
-// The most memory that was in use at a time, in bytes; 0 if the system does not tell.
+// Begins to look for the most memory that is in use at a time, and returns what is in use now, in
+// bytes; 0 if the system does not tell.
+uint64_t watchPeakMemory();
+// The most since then, in bytes; 0 if the system does not tell.
 uint64_t peakMemory();
 
 }  // namespace bench

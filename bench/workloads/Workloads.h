@@ -23,8 +23,8 @@ struct Kind {
 // All kinds, in the order of a table.
 const std::vector<Kind>& kinds();
 
-// A text of at least `size` bytes (of some kinds: so many objects), up to the end of the page or item then begun. The name is one of
-// kinds().
+// A text of at least `size` bytes (of some kinds: so many objects), up to the end of the page or
+// item then begun. The name is one of kinds().
 Workload makeWorkload(std::string_view name, size_t size);
 
 }  // namespace workloads

@@ -1,8 +1,8 @@
 #include "bench/measure/ProcessCost.h"
 
-#include <sys/resource.h>
-
 #include <ctime>
+#include <fstream>
+#include <string>
 
 namespace bench {
 
@@ -12,10 +12,20 @@ double processorSeconds() {
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
+uint64_t watchPeakMemory() {
+  std::ofstream("/proc/self/clear_refs") << "5";
+  return peakMemory();
+}
+
 uint64_t peakMemory() {
-  rusage use{};
-  getrusage(RUSAGE_SELF, &use);
-  return static_cast<uint64_t>(use.ru_maxrss) * 1024;
+  std::ifstream status("/proc/self/status");
+  for (std::string word; status >> word;) {
+    uint64_t kilobytes = 0;
+    if (word == "VmHWM:" && status >> kilobytes) {
+      return kilobytes * 1024;
+    }
+  }
+  return 0;
 }
 
 }  // namespace bench

@@ -19,6 +19,10 @@ double processorSeconds() {
   return secondsOf(kernel) + secondsOf(user);
 }
 
+uint64_t watchPeakMemory() {
+  return peakMemory();
+}
+
 uint64_t peakMemory() {
   PROCESS_MEMORY_COUNTERS counters{};
   return GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof(counters))
