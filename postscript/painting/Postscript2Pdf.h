@@ -12,7 +12,8 @@
 #include "postscript/painting/ContentText.h"
 #include "postscript/painting/ContentWriter.h"
 #include "postscript/painting/GraphicsState.h"
-#include "postscript/painting/PdfObjectList.h"
+#include "postscript/painting/PatternNames.h"
+#include "postscript/painting/ProcessState.h"
 #include "postscript/values/NameObject.h"
 
 namespace postscript {
@@ -34,6 +35,9 @@ class Postscript2Pdf {
   // For embedders in C++: runs a piece whose text follows that of the pieces before it. False if it
   // fails; `contentText` keeps what was written up to then.
   bool convertOn(std::string_view piece) noexcept;
+  PdfObject* const* getPdfObjects(uint64_t* count) {
+    return pdfObjects->handOut(handedOut_, count);
+  }
 
   GraphicsState& topState() { return graphicsStates.back(); }
   void pushDefaultGraphicsState();
@@ -64,7 +68,8 @@ class Postscript2Pdf {
   std::unique_ptr<Interpreter> interpreter;
   std::string errorText;
   ContentText contentText;
-  PdfObjectList* const pdfObjects = &PdfObjectList::instance();
+  PdfObjectList* const pdfObjects = &processState().pdfObjects;
+  PatternNames patternNames{*pdfObjects};
   bool pendingMoveto = false;
   bool inPattern = false;
   ArcPieces arcPieces;
@@ -72,6 +77,8 @@ class Postscript2Pdf {
  private:
   void run(std::string_view piece);
   void reportFailure(std::string_view words) const;
+
+  HandedOutPdfObjects handedOut_;
 };
 
 // The base of every painting operator.
