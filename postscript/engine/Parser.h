@@ -6,6 +6,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "postscript/values/PostscriptObject.h"
 
@@ -36,6 +37,9 @@ class Parser {
   // The text up to a line feed, carriage return or NUL byte, which stays unread. False when the
   // range ends first: then nothing was read.
   bool readLine(std::string& line);
+  // What is left of the range, for those who read many bytes at once, and how much they took.
+  std::string_view unread() const { return {current, static_cast<size_t>(end - current)}; }
+  void take(size_t bytes) { current += bytes; }
 
  private:
   enum class State { scan, comment, literalString, angleString, ascii85String, literalName };
