@@ -94,7 +94,7 @@ TEST_F(Postscript2PdfTest, TellsFailuresToTheDebugger) {
 TEST_F(Postscript2PdfTest, GivesBackWhatAnImageHeld) {
   const std::string source = "/s {(ab)} def /m [] def ";
   convert(source + "2 1 8 m /s load image 2 1 8 m /s load image ");
-  const DictionaryStack& dictionaries = converter.interpreter->dictionaries;
+  DictionaryStack& dictionaries = converter.interpreter->dictionaries;
   EXPECT_EQ(dictionaries.lookup("s")->refCount, 1);
   EXPECT_EQ(dictionaries.lookup("m")->refCount, 1);
   convert("5 1 8 m {currentfile 5 string readstring pop} image ");
