@@ -32,6 +32,8 @@ class Postscript2Pdf {
   // For embedders in C++: runs a piece whose text follows that of the pieces before it. False if it
   // fails; `contentText` keeps what was written up to then.
   bool convertOn(std::string_view piece) noexcept;
+  // Gives the text away and begins a new one, in the room of a string that is not needed.
+  std::string takeContent(std::string room);
 
   GraphicsState& topState() { return *graphicsStates.back(); }
   void pushDefaultGraphicsState();
