@@ -41,9 +41,9 @@ need() {
 }
 
 # What a build for this machine takes.
-native_packages=(g++ python3 cmake ninja-build googletest libcli11-dev libqpdf-dev)
+native_packages=(g++ python3 cmake ninja-build googletest libcli11-dev libqpdf-dev libdeflate-dev)
 # What a build for Windows takes besides, and what its programs run under.
-windows_packages=(g++-mingw-w64-x86-64-posix wine wine64)
+windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev make wine wine64)
 
 # run_step LOG COMMAND...: its output goes to the log, whose end is shown when it fails.
 run_step() {

@@ -1,5 +1,6 @@
-// ConfigStore: the settings of each printer, in the registry hive of the user who prints and in the
-// installation's file "tqpconf.ini" beside the driver.
+// ConfigStore: where the settings of each printer are kept: a key in the registry hive of the user
+// who prints, and the installation's file "tqpconf.ini" in the driver directory. It knows names
+// and places only; PrinterSettings decides what goes there.
 #pragma once
 
 #include <cstdint>
@@ -8,28 +9,32 @@
 #include <string_view>
 #include <vector>
 
-#include "umpd/PrinterSettings.h"
+#include "umpd/StringMap.h"
 #include "umpd/platform/Platform.h"
 
-inline constexpr std::uint32_t keyRead = 1;
-inline constexpr std::uint32_t keyWrite = 2;
+namespace umpd {
 
-// The printer's own key; none on failure. The first open of a printer makes its key and writes the
-// defaults into it.
-OwnedKey openPrinterKey(PrinterSettings& settings, std::uint32_t access);
+// The key above all printers' keys, made if it is missing; none on failure.
+OwnedKey openProductKey(Platform& platform, uint32_t access);
 
-// The pairs of a section of "tqpconf.ini" (of the printer's own if none is named) into the map and,
-// if `writing`, into the registry. True if the section had entries.
-bool mergeConfigSection(PrinterSettings& settings, bool writing,
-                        const std::optional<std::u16string>& section);
+// The key of the printer with this effective name, made if it is missing. If `created`, it is empty
+// and the caller installs the defaults.
+CreatedKey openPrinterKey(Platform& platform, std::u16string_view name, uint32_t access);
 
-// What the installer forces on all users at each job, if its file says so.
-void applyOverrideUserSettings(PrinterSettings& settings);
+// Digits alone, or nothing, as a number, all else as text.
+bool writeRegistryValue(Registry& registry, KeyHandle key, const std::u16string& name,
+                        const std::u16string& value);
 
-// Into the printer key: digits alone, or nothing, as a number, all else as text.
-bool setRegistryValue(PrinterSettings& settings, const std::u16string& key,
-                      const std::u16string& value);
+// The usable pairs of a section of the file, whose name may hold backslashes. No value if there is
+// no such section, or none of that name is possible.
+std::optional<std::vector<StringMap::Pair>> readConfigSection(Platform& platform,
+                                                              std::u16string_view section);
 
-// The usable `key=value` texts of a section as the platform gives it: a text that the buffer cut,
-// or without `=`, or without a value, is passed over.
+// True if the installer wants the file's values to replace the user's at each job.
+bool overridesUserSettings(Platform& platform);
+
+// The usable `key=value` texts of a section as the platform returns it: a text that the buffer cut,
+// or without `=`, or without a value, is skipped.
 std::vector<StringMap::Pair> pairsOfSection(std::u16string_view section);
+
+}  // namespace umpd

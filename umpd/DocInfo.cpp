@@ -1,13 +1,15 @@
 #include "umpd/DocInfo.h"
 
-#include "umpd/ConfigStore.h"
+#include <cstddef>
+
 #include "umpd/PathParts.h"
+#include "umpd/ProductNames.h"
 #include "umpd/XmpPacket.h"
 
+namespace umpd {
 namespace {
 
-constexpr std::u16string_view productName = u"Quillpress";
-constexpr std::size_t textRoom = 4000;  // bytes
+constexpr size_t textRoom = 4000;  // bytes
 
 struct TextValue {
   const char16_t* name;
@@ -25,9 +27,8 @@ constexpr TextValue textValues[] = {
     {u"DocInfoModDate", &DocInfoValues::modDate},
 };
 
-RegistryValue readPrinterValue(PrinterSettings& settings, const std::u16string& name,
-                               std::size_t room) {
-  const OwnedKey key = openPrinterKey(settings, keyRead);
+RegistryValue readPrinterValue(PrinterSettings& settings, const std::u16string& name, size_t room) {
+  const OwnedKey key = settings.openPrinterKey(keyRead);
   return key ? settings.platform.registry.readValue(key.get(), name, room) : RegistryValue();
 }
 
@@ -38,7 +39,9 @@ void readDocInfo(DocInfoValues& values, PrinterSettings& settings) {
   values.enable = enable.ok() ? enable.dword() : 0;
   for (const auto& [name, field] : textValues) {
     const RegistryValue value = readPrinterValue(settings, name, textRoom);
-    if (value.answer != RegistryAnswer::failed) values.*field = value.text();
+    if (value.answer != RegistryAnswer::failed) {
+      values.*field = value.text();
+    }
   }
 }
 
@@ -49,7 +52,9 @@ std::u16string makeXmp(PrinterSettings& settings, std::u16string_view docName) {
     values.title.clear();
     values.author.clear();
   }
-  if (values.title.empty()) values.title = docName.substr(lastSeparator(docName, 1) + 1);
+  if (values.title.empty()) {
+    values.title = docName.substr(lastSeparator(docName, 1) + 1);
+  }
   // The creator, the producer and the dates that the user has set go nowhere.
   return buildXmpPacket(settings.platform.clock, {.title = values.title,
                                                   .author = values.author,
@@ -60,3 +65,5 @@ std::u16string makeXmp(PrinterSettings& settings, std::u16string_view docName) {
                                                   .createDate = {},
                                                   .modifyDate = {}});
 }
+
+}  // namespace umpd

@@ -7,8 +7,10 @@
 
 #include "umpd/PrinterSettings.h"
 
+namespace umpd {
+
 struct DocInfoValues {
-  std::uint32_t enable = 0;
+  uint32_t enable = 0;
   std::u16string title;
   std::u16string author;
   std::u16string subject;
@@ -26,3 +28,5 @@ void readDocInfo(DocInfoValues& values, PrinterSettings& settings);
 // The packet of a job. Title and author are the user's if "DocInfoEnable" is set; without a title
 // the document's name, less its folders, is one. Subject and keywords are always the user's.
 std::u16string makeXmp(PrinterSettings& settings, std::u16string_view docName);
+
+}  // namespace umpd

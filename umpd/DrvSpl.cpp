@@ -2,25 +2,32 @@
 
 #include "umpd/Report.h"
 
+namespace umpd {
 namespace {
 
-constexpr std::uint32_t anyStatus = 0;
+constexpr uint32_t anyStatus = 0;
 
 }  // namespace
 
-UmDriver* DrvSplStartDoc(JobRecords& records, PrinterHandle printer, std::uint32_t jobId) {
+UmDriver* DrvSplStartDoc(JobRecords& records, PrinterHandle printer, uint32_t jobId) {
   traceMessage("DrvSplStartDoc hPrinter=%d\n", printer);
   UmDriver* const job = records.start<UmDriver>(printer, jobId, nullptr);
-  if (!job) traceMessage("DrvSplStartDoc driver init failed\n");
+  if (!job) {
+    traceMessage("DrvSplStartDoc driver init failed\n");
+  }
   return job;
 }
 
-std::uint32_t DrvSplWritePrinter(JobRecords& records, const void* address, const void* buffer,
-                                 std::uint32_t length, std::uint32_t& written) {
+uint32_t DrvSplWritePrinter(JobRecords& records, const void* address, const void* buffer,
+                            uint32_t length, uint32_t& written) {
   const JobPointer job = records.find(address, anyStatus, "DrvSplWritePrinter - invalid parms");
-  if (!job) return 0;
+  if (!job) {
+    return 0;
+  }
   written = length;
-  if ((job->status & statusFailed) != 0) traceMessage("DrvSplWritePrinter returning FALSE\n");
+  if ((job->status & statusFailed) != 0) {
+    traceMessage("DrvSplWritePrinter returning FALSE\n");
+  }
   return job->writeUnlessFailed(static_cast<const std::byte*>(buffer), length) ? 1 : 0;
 }
 
@@ -33,15 +40,19 @@ void DrvSplClose(JobRecords& records, const void* address) {
   records.take(address, anyStatus, "DrvSplClose - invalid parms");
 }
 
-std::uint32_t DrvSplStartPage(JobRecords& records, const void* address) {
+uint32_t DrvSplStartPage(JobRecords& records, const void* address) {
   return records.find(address, statusInitialised, "DrvSplStartPage invalid parms") ? 1 : 0;
 }
 
-std::uint32_t DrvSplEndPage(JobRecords& records, const void* address) {
+uint32_t DrvSplEndPage(JobRecords& records, const void* address) {
   return records.find(address, statusInitialised, "DrvSplEndPage invalid parms") ? 1 : 0;
 }
 
 void DrvSplAbort(JobRecords& records, const void* address) {
-  if (const JobPointer job = records.find(address, statusInitialised, "DrvSplAbort invalid parms"))
+  if (const JobPointer job =
+          records.find(address, statusInitialised, "DrvSplAbort invalid parms")) {
     job->status |= statusAborted;
+  }
 }
+
+}  // namespace umpd

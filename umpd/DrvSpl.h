@@ -9,13 +9,17 @@
 
 #include "umpd/JobRecords.h"
 
-UmDriver* DrvSplStartDoc(JobRecords& records, PrinterHandle printer, std::uint32_t jobId);
+namespace umpd {
+
+UmDriver* DrvSplStartDoc(JobRecords& records, PrinterHandle printer, uint32_t jobId);
 // `written` becomes `length` for any job that is one, also for one that ended and if nothing is
 // written.
-std::uint32_t DrvSplWritePrinter(JobRecords& records, const void* job, const void* buffer,
-                                 std::uint32_t length, std::uint32_t& written);
+uint32_t DrvSplWritePrinter(JobRecords& records, const void* job, const void* buffer,
+                            uint32_t length, uint32_t& written);
 bool DrvSplEndDoc(JobRecords& records, const void* job);
 void DrvSplClose(JobRecords& records, const void* job);
-std::uint32_t DrvSplStartPage(JobRecords& records, const void* job);
-std::uint32_t DrvSplEndPage(JobRecords& records, const void* job);
+uint32_t DrvSplStartPage(JobRecords& records, const void* job);
+uint32_t DrvSplEndPage(JobRecords& records, const void* job);
 void DrvSplAbort(JobRecords& records, const void* job);
+
+}  // namespace umpd

@@ -1,74 +1,110 @@
 #include "umpd/Folders.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
+#include "umpd/ProductNames.h"
+
+namespace umpd {
 namespace {
 
-constexpr std::u16string_view productFolder = u"\\Quillpress";
 constexpr std::u16string_view separators = u"/\\";
 
 std::u16string_view versionSubdirectory(SystemVersion& version) {
-  if (version.isNt4()) return u"\\2\\";
-  if (version.isWin2kOrLater()) return u"\\3\\";
+  if (version.isNt4()) {
+    return u"\\2\\";
+  }
+  if (version.isWin2kOrLater()) {
+    return u"\\3\\";
+  }
   return u"\\";
 }
 
 // Empty on failure.
 std::u16string queryDriverDirectory(Platform& platform) {
   const bool narrow = platform.version.isWin9x();
-  const std::uint32_t size = platform.spooler.driverDirectorySize(narrow);
-  if (size == 0) return {};
+  const uint32_t size = platform.spooler.driverDirectorySize(narrow);
+  if (size == 0) {
+    return {};
+  }
   const auto directory = platform.spooler.driverDirectory(narrow, size);
-  if (!directory || directory->empty()) return {};
+  if (!directory || directory->empty()) {
+    return {};
+  }
   return *directory + std::u16string(versionSubdirectory(platform.version));
 }
 
 }  // namespace
 
-std::optional<std::u16string> getDriverDirectory(Platform& platform, std::size_t capacity) {
-  if (capacity == 0) return std::nullopt;
+std::optional<std::u16string> getDriverDirectory(Platform& platform, size_t capacity) {
+  if (capacity == 0) {
+    return std::nullopt;
+  }
   std::u16string& known = platform.process.driverDirectory;
-  if (known.empty()) known = queryDriverDirectory(platform);
-  if (known.empty() || capacity < known.size()) return std::nullopt;
+  if (known.empty()) {
+    known = queryDriverDirectory(platform);
+  }
+  if (known.empty() || capacity < known.size()) {
+    return std::nullopt;
+  }
   return known;
 }
 
 std::optional<std::u16string> driverFile(Platform& platform, std::u16string_view name) {
   auto path = getDriverDirectory(platform, pathCapacity);
-  if (!path || path->size() + name.size() >= pathCapacity) return std::nullopt;
+  if (!path || path->size() + name.size() >= pathCapacity) {
+    return std::nullopt;
+  }
   path->append(name);
   return path;
 }
 
 std::u16string applicationDataFolder(Platform& platform) {
-  for (const auto each : {SpecialFolder::localApplicationData, SpecialFolder::applicationData})
-    if (auto folder = platform.files.specialFolder(each); folder && !folder->empty())
+  for (const auto each : {SpecialFolder::localApplicationData, SpecialFolder::applicationData}) {
+    if (auto folder = platform.files.specialFolder(each); folder && !folder->empty()) {
       return std::move(*folder);
+    }
+  }
   return {};
 }
 
 std::u16string productDataFolder(Platform& platform) {
   std::u16string folder = applicationDataFolder(platform);
-  if (folder.empty()) return u"c:\\";
-  folder += productFolder;
-  if (!platform.files.attributes(folder)) makeDirectories(platform, folder);
+  if (folder.empty()) {
+    return u"c:\\";
+  }
+  folder += u'\\';
+  folder += productName;
+  if (!platform.files.attributes(folder)) {
+    makeDirectories(platform, folder);
+  }
   return folder;
 }
 
 bool makeDirectories(Platform& platform, std::u16string_view path) {
   std::u16string made;
-  std::size_t start = path.find_first_not_of(separators);
-  if (start == std::u16string_view::npos) return false;
+  size_t start = path.find_first_not_of(separators);
+  if (start == std::u16string_view::npos) {
+    return false;
+  }
   while (start != std::u16string_view::npos) {
-    const std::size_t end = std::min(path.find_first_of(separators, start), path.size());
-    if (!made.empty()) made += u'/';
+    const size_t end = std::min(path.find_first_of(separators, start), path.size());
+    if (!made.empty()) {
+      made += u'/';
+    }
     made += path.substr(start, end - start);
     const auto attributes = platform.files.attributes(made);
-    if (attributes && (*attributes & attributeDirectory) == 0) return false;
+    if (attributes && (*attributes & attributeDirectory) == 0) {
+      return false;
+    }
     // One that cannot be made stops nothing: those below it may stand all the same.
-    if (!attributes) platform.files.makeDirectory(made);
+    if (!attributes) {
+      platform.files.makeDirectory(made);
+    }
     start = path.find_first_not_of(separators, end);
   }
   return true;
 }
+
+}  // namespace umpd

@@ -8,12 +8,14 @@
 
 #include "umpd/platform/Platform.h"
 
+namespace umpd {
+
 // The limit of most paths, in characters, terminator included.
-inline constexpr std::size_t pathCapacity = 260;
+inline constexpr size_t pathCapacity = 260;
 
 // The spooler's driver directory with its version subdirectory, ending in a backslash. Empty if it
 // cannot be had or is longer than `capacity`.
-std::optional<std::u16string> getDriverDirectory(Platform& platform, std::size_t capacity);
+std::optional<std::u16string> getDriverDirectory(Platform& platform, size_t capacity);
 
 // A file of the product in the driver directory; empty if a path has no room for its name.
 std::optional<std::u16string> driverFile(Platform& platform, std::u16string_view name);
@@ -27,3 +29,5 @@ std::u16string productDataFolder(Platform& platform);
 // Makes what is missing of a path. False if the path names nothing, or if something on its way
 // stands and is no directory.
 bool makeDirectories(Platform& platform, std::u16string_view path);
+
+}  // namespace umpd

@@ -2,29 +2,36 @@
 
 #include "umpd/Report.h"
 
+namespace umpd {
+
 void Impersonation::revertToSpooler() {
-  if (platform.version.isWin9x()) return;
-  spoolerModule = platform.modules.load(u"spoolss.dll");
-  if (!spoolerModule) {
-    reportLastError(platform, u"LoadLibrary spoolss.dll", serviceNotification);
+  if (platform_.version.isWin9x()) {
     return;
   }
-  const FunctionAddress revert = platform.modules.find(spoolerModule.get(), "RevertToPrinterSelf");
+  spoolerModule = platform_.modules.load(u"spoolss.dll");
+  if (!spoolerModule) {
+    reportLastError(platform_, u"LoadLibrary spoolss.dll", serviceNotification);
+    return;
+  }
+  const FunctionAddress revert = platform_.modules.find(spoolerModule.get(), "RevertToPrinterSelf");
   if (revert == FunctionAddress{}) {
-    reportLastError(platform, u"GetProcAddress RevertToPrinterSelf", serviceNotification);
+    reportLastError(platform_, u"GetProcAddress RevertToPrinterSelf", serviceNotification);
     spoolerModule.reset();
     return;
   }
-  revertToken = platform.spooler.revertToPrinterSelf(revert);
+  revertToken = platform_.spooler.revertToPrinterSelf(revert);
 }
 
 void Impersonation::returnToClient() {
   if (spoolerModule && revertToken != TokenHandle{}) {
     const FunctionAddress impersonate =
-        platform.modules.find(spoolerModule.get(), "ImpersonatePrinterClient");
-    if (impersonate != FunctionAddress{})
-      platform.spooler.impersonatePrinterClient(impersonate, revertToken);
+        platform_.modules.find(spoolerModule.get(), "ImpersonatePrinterClient");
+    if (impersonate != FunctionAddress{}) {
+      platform_.spooler.impersonatePrinterClient(impersonate, revertToken);
+    }
   }
   revertToken = {};
   spoolerModule.reset();
 }
+
+}  // namespace umpd

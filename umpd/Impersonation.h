@@ -4,9 +4,11 @@
 
 #include "umpd/platform/Platform.h"
 
+namespace umpd {
+
 class Impersonation {
  public:
-  explicit Impersonation(Platform& machine) : platform(machine) {}
+  explicit Impersonation(Platform& platform) : platform_(platform) {}
   // Whatever ends a job between the two steps, its client's rights are back.
   ~Impersonation() { returnToClient(); }
 
@@ -15,7 +17,9 @@ class Impersonation {
   void returnToClient();
 
  private:
-  Platform& platform;
+  Platform& platform_;
   OwnedModule spoolerModule;
   TokenHandle revertToken{};
 };
+
+}  // namespace umpd

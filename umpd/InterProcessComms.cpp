@@ -6,9 +6,13 @@
 #include "umpd/Report.h"
 #include "umpd/SecurityAttributesHolder.h"
 
+namespace umpd {
+
 std::u16string buildChannelName(Platform& platform, std::u16string_view name) {
   std::u16string channel;
-  if (platform.version.isWin2kOrLater()) channel = u"Local\\";
+  if (platform.version.isWin2kOrLater()) {
+    channel = u"Local\\";
+  }
   channel += name;
   channel += u'_';
   channel += platform.accounts.userName().value_or(std::u16string());
@@ -16,10 +20,10 @@ std::u16string buildChannelName(Platform& platform, std::u16string_view name) {
 }
 
 template <class Record>
-InterProcessComms<Record>::InterProcessComms(Platform& machine, std::u16string_view name,
-                                             std::uint32_t milliseconds)
-    : platform(machine), timeout(milliseconds) {
-  const std::u16string base = buildChannelName(platform, name);
+InterProcessComms<Record>::InterProcessComms(Platform& platform, std::u16string_view name,
+                                             uint32_t theTimeout)
+    : platform_(platform), timeout(theTimeout) {
+  const std::u16string base = buildChannelName(platform_, name);
   endEventName = base + u"_end";
   mutexName = base + u"_mutex";
   mappingName = base + u"_sm";
@@ -36,52 +40,60 @@ InterProcessComms<Record>::~InterProcessComms() {
 
 template <class Record>
 bool InterProcessComms<Record>::isReceiverReady() {
-  return static_cast<bool>(platform.objects.openMutex(mutexName));
+  return static_cast<bool>(platform_.objects.openMutex(mutexName));
 }
 
 template <class Record>
 Record* InterProcessComms<Record>::openSharedMemory() {
-  if (!memory.view && !openMapping()) return nullptr;
-  return reinterpret_cast<Record*>(memory.view.get());
+  if (!memory_.view && !openMapping()) {
+    return nullptr;
+  }
+  return reinterpret_cast<Record*>(memory_.view.get());
 }
 
 // A mapping stands for as long as either side has it open; the side that comes first makes it.
 template <class Record>
 bool InterProcessComms<Record>::openMapping() {
   SharedMemoryView opened;
-  opened.mappingHandle = platform.objects.openMapping(mappingName);
+  opened.mappingHandle = platform_.objects.openMapping(mappingName);
   if (!opened.mappingHandle) {
     SecurityAttributesHolder security;
-    opened.mappingHandle = platform.objects.createMapping(
-        buildSecurityAttributes(platform, security), mappingName, sizeof(Record));
-    if (!opened.mappingHandle) return false;
+    opened.mappingHandle = platform_.objects.createMapping(
+        buildSecurityAttributes(platform_, security), mappingName, sizeof(Record));
+    if (!opened.mappingHandle) {
+      return false;
+    }
     opened.mappingCreated = true;
   }
-  opened.view = platform.objects.mapView(opened.mappingHandle.get());
-  if (!opened.view) return false;
-  memory = std::move(opened);
+  opened.view = platform_.objects.mapView(opened.mappingHandle.get());
+  if (!opened.view) {
+    return false;
+  }
+  memory_ = std::move(opened);
   return true;
 }
 
 template <class Record>
 bool InterProcessComms<Record>::sendMsg() {
-  if (!memory.view) return false;
+  if (!memory_.view) {
+    return false;
+  }
   if (!isReceiverReady()) {
     traceMessage("IPC sendMsg isReceiverReady failed\n");
     return false;
   }
   const OwnedObject endEvent = createEndEvent();
   if (!endEvent) {
-    reportLastError(platform, u"IPC sendMsg create event failed", 0);
+    reportLastError(platform_, u"IPC sendMsg create event failed", 0);
     return false;
   }
   traceMessage("Created event %s\n", endEventName.c_str());
   const OwnedObject event = signalReceiver();
   if (!event) {
-    reportLastError(platform, u"IPC sendMsg setting event failed", 0);
+    reportLastError(platform_, u"IPC sendMsg setting event failed", 0);
     return false;
   }
-  if (platform.objects.wait(endEvent.get(), timeout) == WaitAnswer::timedOut) {
+  if (platform_.objects.wait(endEvent.get(), timeout) == WaitAnswer::timedOut) {
     traceMessage("IPC sendMsg listen.block failed\n");
     return false;
   }
@@ -92,20 +104,24 @@ template <class Record>
 OwnedObject InterProcessComms<Record>::createEndEvent() {
   SecurityAttributesHolder security;
   OwnedObject event =
-      platform.objects.createEvent(buildSecurityAttributes(platform, security), endEventName);
+      platform_.objects.createEvent(buildSecurityAttributes(platform_, security), endEventName);
   traceMessage("TqpEvent %s handle %d \n", endEventName.c_str(), event.get());
   return event;
 }
 
 template <class Record>
 OwnedObject InterProcessComms<Record>::signalReceiver() {
-  OwnedObject event = platform.objects.openEvent(eventName);
+  OwnedObject event = platform_.objects.openEvent(eventName);
   if (!event) {
     traceMessage("Open TqpEvent [%s] failed.\n", eventName.c_str());
     return {};
   }
-  if (!platform.objects.setEvent(event.get())) return {};
+  if (!platform_.objects.setEvent(event.get())) {
+    return {};
+  }
   return event;
 }
 
 template class InterProcessComms<LauncherStruct>;
+
+}  // namespace umpd

@@ -12,6 +12,8 @@
 
 #include "umpd/platform/Platform.h"
 
+namespace umpd {
+
 // Each user has a channel of his own: "tqpsend" becomes "Local\tqpsend_mary".
 std::u16string buildChannelName(Platform& platform, std::u16string_view name);
 
@@ -25,8 +27,8 @@ struct SharedMemoryView {
 template <class Record>
 class InterProcessComms {
  public:
-  // milliseconds: how long an answer is waited for.
-  InterProcessComms(Platform& machine, std::u16string_view name, std::uint32_t milliseconds);
+  // theTimeout: how many milliseconds an answer is waited for.
+  InterProcessComms(Platform& platform, std::u16string_view name, uint32_t theTimeout);
   virtual ~InterProcessComms();
   InterProcessComms(const InterProcessComms&) = delete;
   InterProcessComms& operator=(const InterProcessComms&) = delete;
@@ -38,7 +40,7 @@ class InterProcessComms {
   bool sendMsg();
 
   // 0 on a side that listens: then the end of the channel wakes it up.
-  std::int32_t stopped = 1;
+  int32_t stopped = 1;
 
  private:
   OwnedObject createEndEvent();
@@ -46,11 +48,13 @@ class InterProcessComms {
   OwnedObject signalReceiver();
   bool openMapping();
 
-  Platform& platform;
+  Platform& platform_;
   std::u16string endEventName;
   std::u16string mutexName;
   std::u16string mappingName;
   std::u16string eventName;
-  std::uint32_t timeout;
-  SharedMemoryView memory;
+  uint32_t timeout;
+  SharedMemoryView memory_;
 };
+
+}  // namespace umpd

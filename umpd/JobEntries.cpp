@@ -6,14 +6,15 @@
 #include "umpd/SettingTexts.h"
 #include "umpd/UmDriver2k.h"
 
+namespace umpd {
 namespace {
 
 JobHandle handleOf(const UmDriver* job) {
-  return static_cast<JobHandle>(reinterpret_cast<std::uintptr_t>(job));
+  return static_cast<JobHandle>(reinterpret_cast<uintptr_t>(job));
 }
 
 const void* addressOf(JobHandle handle) {
-  return reinterpret_cast<const void*>(std::uintptr_t{handle});
+  return reinterpret_cast<const void*>(uintptr_t{handle});
 }
 
 }  // namespace
@@ -26,46 +27,51 @@ JobHandle DocStart(JobRecords& records, const char16_t* printerName) {
   return handleOf(records.start<UmDriver>({}, 0, printerName));
 }
 
-JobHandle DocStart2K(JobRecords& records, PrinterHandle printer, std::uint32_t jobId,
+JobHandle DocStart2K(JobRecords& records, PrinterHandle printer, uint32_t jobId,
                      const char16_t* printerName, const char16_t* docName) {
   traceMessage("Printer handle=%d, jobId=%d, printerName=[%s], docName=[%s]\n", printer, jobId,
                printerName, docName);
   return handleOf(records.start<UmDriver2k>(printer, jobId, docName));
 }
 
-std::uint32_t DocWrite(JobRecords& records, JobHandle handle, const void* buffer,
-                       std::uint32_t length) {
+uint32_t DocWrite(JobRecords& records, JobHandle handle, const void* buffer, uint32_t length) {
   const JobPointer job =
       records.find(addressOf(handle), statusInitialised, "DocWrite invalid parms");
   return job && job->writeUnlessFailed(static_cast<const std::byte*>(buffer), length) ? 1 : 0;
 }
 
-std::uint32_t DocEnd(JobRecords& records, JobHandle handle) {
+uint32_t DocEnd(JobRecords& records, JobHandle handle) {
   // Taken before the end, which want of memory may break off: the record goes all the same.
   const JobPointer job = records.take(addressOf(handle), statusInitialised, "DocEnd invalid parms");
   return job && job->endDoc() ? 1 : 0;
 }
 
-std::uint32_t getIntVal(JobRecords& records, const void* address, const char16_t* key,
-                        std::uint32_t defaultValue) {
+uint32_t getIntVal(JobRecords& records, const void* address, const char16_t* key,
+                   uint32_t defaultValue) {
   // The words name another call than this one. They are what users have seen ever since.
   const JobPointer job = records.find(address, statusInitialised, "getPrinterName invalid parms");
   return job ? job->settings.getSettingInt(key, defaultValue) : defaultValue;
 }
 
-std::uint32_t getStringVal(JobRecords& records, const void* address, const char16_t* key,
-                           char16_t* buffer, std::size_t size, const char16_t* defaultText) {
+uint32_t getStringVal(JobRecords& records, const void* address, const char16_t* key,
+                      char16_t* buffer, size_t size, const char16_t* defaultText) {
   const JobPointer job = records.find(address, statusInitialised, "getStringVal invalid parms");
-  if (!job) return 0;
+  if (!job) {
+    return 0;
+  }
   copySettingText(job->settings, job->docName, key, buffer, size, defaultText);
   return 1;
 }
 
-std::uint32_t getStringMultibyte(JobRecords& records, const void* address, const char* key,
-                                 char* buffer, std::size_t size) {
+uint32_t getStringMultibyte(JobRecords& records, const void* address, const char* key, char* buffer,
+                            size_t size) {
   const JobPointer job =
       records.find(address, statusInitialised, "getStringMultibyte invalid parms");
-  if (!job) return 0;
+  if (!job) {
+    return 0;
+  }
   copySettingUtf8(job->settings, job->docName, key, std::span(buffer, size));
   return 1;
 }
+
+}  // namespace umpd

@@ -9,22 +9,25 @@
 
 #include "umpd/JobRecords.h"
 
-using JobHandle = std::uint32_t;
+namespace umpd {
+
+using JobHandle = uint32_t;
 
 JobHandle DocStart(JobRecords& records, const char16_t* printerName);
 // The printer's name is for the trace alone.
-JobHandle DocStart2K(JobRecords& records, PrinterHandle printer, std::uint32_t jobId,
+JobHandle DocStart2K(JobRecords& records, PrinterHandle printer, uint32_t jobId,
                      const char16_t* printerName, const char16_t* docName);
 // 1, or 0 for a failure. After a failed write none is tried again.
-std::uint32_t DocWrite(JobRecords& records, JobHandle handle, const void* buffer,
-                       std::uint32_t length);
+uint32_t DocWrite(JobRecords& records, JobHandle handle, const void* buffer, uint32_t length);
 // The handle is dead behind it. A job that failed ends in the normal way.
-std::uint32_t DocEnd(JobRecords& records, JobHandle handle);
+uint32_t DocEnd(JobRecords& records, JobHandle handle);
 
-std::uint32_t getIntVal(JobRecords& records, const void* job, const char16_t* key,
-                        std::uint32_t defaultValue);
+uint32_t getIntVal(JobRecords& records, const void* job, const char16_t* key,
+                   uint32_t defaultValue);
 // As copySettingText and copySettingUtf8, and 1 for any job that is one.
-std::uint32_t getStringVal(JobRecords& records, const void* job, const char16_t* key,
-                           char16_t* buffer, std::size_t size, const char16_t* defaultText);
-std::uint32_t getStringMultibyte(JobRecords& records, const void* job, const char* key,
-                                 char* buffer, std::size_t size);
+uint32_t getStringVal(JobRecords& records, const void* job, const char16_t* key, char16_t* buffer,
+                      size_t size, const char16_t* defaultText);
+uint32_t getStringMultibyte(JobRecords& records, const void* job, const char* key, char* buffer,
+                            size_t size);
+
+}  // namespace umpd

@@ -15,6 +15,8 @@
 #include "umpd/UmDriver.h"
 #include "umpd/platform/Platform.h"
 
+namespace umpd {
+
 // Ends a record through its virtual destructor, and gives its memory back.
 struct JobDeleter {
   LowMemory& memory;
@@ -25,18 +27,18 @@ using JobPointer = std::shared_ptr<UmDriver>;
 
 class JobRecords {
  public:
-  explicit JobRecords(Platform& machine) : platform(machine) {}
+  explicit JobRecords(Platform& thePlatform) : platform(thePlatform) {}
   JobRecords(const JobRecords&) = delete;
   JobRecords& operator=(const JobRecords&) = delete;
 
   // A job that is going on, or null: its init failed, or there is no memory below 4 GiB.
   template <class Job>
-  UmDriver* start(PrinterHandle printer, std::uint32_t jobId, const char16_t* name);
+  UmDriver* start(PrinterHandle printer, uint32_t jobId, const char16_t* name);
   // The record at the address, if it is one and has all these status bits. Otherwise null, and a
   // box with the complaint.
-  JobPointer find(const void* address, std::uint32_t statusBits, const char* complaint);
+  JobPointer find(const void* address, uint32_t statusBits, const char* complaint);
   // As find, and the address is no record's any more. Of several threads one gets the record.
-  JobPointer take(const void* address, std::uint32_t statusBits, const char* complaint);
+  JobPointer take(const void* address, uint32_t statusBits, const char* complaint);
   // Forgets the jobs that nobody ended, and leaves them as they are. Takes no lock: no call may be
   // under way.
   void abandon();
@@ -51,23 +53,29 @@ class JobRecords {
   UmDriver* add(const JobPointer& job);
 
   // Jobs of several threads start and end at the same time.
-  std::mutex mutex;
+  std::mutex mutex_;
   // On the heap, where abandon() leaves it.
-  std::unique_ptr<Jobs> jobs = std::make_unique<Jobs>();
+  std::unique_ptr<Jobs> jobs_ = std::make_unique<Jobs>();
 };
 
 template <class Job>
-UmDriver* JobRecords::start(PrinterHandle printer, std::uint32_t jobId, const char16_t* name) {
+UmDriver* JobRecords::start(PrinterHandle printer, uint32_t jobId, const char16_t* name) {
   const std::shared_ptr<Job> job = make<Job>();
-  if (!job || !job->init(printer, jobId, name) || job->status != statusInitialised) return nullptr;
+  if (!job || !job->init(printer, jobId, name) || job->status != statusInitialised) {
+    return nullptr;
+  }
   return add(job);
 }
 
 template <class Job>
 std::shared_ptr<Job> JobRecords::make() {
   OwnedLowBlock block = platform.memory.allocate(sizeof(Job));
-  if (!block) return {};
+  if (!block) {
+    return {};
+  }
   Job* const job = new (block.get()) Job(platform);
   block.release();
   return std::shared_ptr<Job>(job, JobDeleter{platform.memory});
 }
+
+}  // namespace umpd

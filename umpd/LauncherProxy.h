@@ -9,9 +9,11 @@
 #include "umpd/LauncherStruct.h"
 #include "umpd/platform/Platform.h"
 
+namespace umpd {
+
 class LauncherProxy {
  public:
-  explicit LauncherProxy(Platform& machine);
+  explicit LauncherProxy(Platform& platform);
   virtual ~LauncherProxy();
 
   bool isLauncherRunning();
@@ -28,6 +30,8 @@ class LauncherProxy {
   LauncherStruct* openRecord();
   void store(char (&field)[launcherFieldSize], std::u16string_view text);
 
-  Platform& platform;
-  InterProcessComms<LauncherStruct> channel;
+  Platform& platform_;
+  InterProcessComms<LauncherStruct> channel_;
 };
+
+}  // namespace umpd

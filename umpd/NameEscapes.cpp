@@ -1,13 +1,22 @@
 #include "umpd/NameEscapes.h"
 
+#include <cstddef>
+
+namespace umpd {
 namespace {
 
 constexpr int noDigit = -1;
 
 constexpr int hexDigit(char16_t c) {
-  if (c >= u'0' && c <= u'9') return c - u'0';
-  if (c >= u'A' && c <= u'F') return c - u'A' + 10;
-  if (c >= u'a' && c <= u'f') return c - u'a' + 10;
+  if (c >= u'0' && c <= u'9') {
+    return c - u'0';
+  }
+  if (c >= u'A' && c <= u'F') {
+    return c - u'A' + 10;
+  }
+  if (c >= u'a' && c <= u'f') {
+    return c - u'a' + 10;
+  }
   return noDigit;
 }
 
@@ -15,7 +24,9 @@ constexpr int hexDigit(char16_t c) {
 char16_t leadingHexNumber(std::u16string_view digits) {
   int value = 0;
   for (const char16_t c : digits) {
-    if (hexDigit(c) == noDigit) break;
+    if (hexDigit(c) == noDigit) {
+      break;
+    }
     value = value * 16 + hexDigit(c);
   }
   return static_cast<char16_t>(value);
@@ -31,16 +42,18 @@ bool isAllowedNameChar(char16_t c) {
 }
 
 std::u16string decodeNameEscapes(std::u16string_view text) {
-  constexpr std::size_t codeLength = 2;
+  constexpr size_t codeLength = 2;
   std::u16string decoded;
   decoded.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
+  for (size_t i = 0; i < text.size(); ++i) {
     const char16_t c = text[i];
     if (c == u'+') {
       decoded += u' ';
     } else if (c == u'%' && i + 1 < text.size() && text[i + 1] != u'%') {
       const char16_t code = leadingHexNumber(text.substr(i + 1, codeLength));
-      if (code == 0) break;
+      if (code == 0) {
+        break;
+      }
       decoded += isAllowedNameChar(code) ? code : u'_';
       i += codeLength;
     } else {
@@ -49,3 +62,5 @@ std::u16string decodeNameEscapes(std::u16string_view text) {
   }
   return decoded;
 }
+
+}  // namespace umpd

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace umpd {
+
 // Digits, unaccented letters, the codes 192 to 255 and some punctuation. The code 0 counts as
 // allowed.
 bool isAllowedNameChar(char16_t c);
@@ -13,3 +15,5 @@ bool isAllowedNameChar(char16_t c);
 // file name becomes `_`; the code 0, which is also what two characters give that are no hexadecimal
 // digits, ends the text.
 std::u16string decodeNameEscapes(std::u16string_view text);
+
+}  // namespace umpd

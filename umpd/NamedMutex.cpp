@@ -5,26 +5,40 @@
 
 #include "umpd/SecurityAttributesHolder.h"
 
-NamedMutex::NamedMutex(Platform& machine, std::u16string mutexName)
-    : platform(machine), name(std::move(mutexName)) {
+namespace umpd {
+
+NamedMutex::NamedMutex(Platform& platform, std::u16string name)
+    : platform_(platform), name_(std::move(name)) {
   SecurityAttributesHolder security;
-  handle = platform.objects.createMutex(buildSecurityAttributes(platform, security), name);
-  if (handle) return;
+  handle_ = platform_.objects.createMutex(buildSecurityAttributes(platform_, security), name_);
+  if (handle_) {
+    return;
+  }
   const std::optional<std::u16string> reason =
-      platform.messages.errorText(platform.messages.lastError());
-  platform.messages.narrowDebug("CreateMutex failed ");
-  if (reason) platform.messages.debug(*reason);
+      platform_.messages.errorText(platform_.messages.lastError());
+  platform_.messages.narrowDebug("CreateMutex failed ");
+  if (reason) {
+    platform_.messages.debug(*reason);
+  }
 }
 
 void NamedMutex::wait() {
-  if (open()) platform.objects.wait(handle.get(), noTimeLimit);
+  if (open()) {
+    platform_.objects.wait(handle_.get(), noTimeLimit);
+  }
 }
 
 void NamedMutex::release() {
-  if (open()) platform.objects.releaseMutex(handle.get());
+  if (open()) {
+    platform_.objects.releaseMutex(handle_.get());
+  }
 }
 
 bool NamedMutex::open() {
-  if (!handle) handle = platform.objects.openMutex(name);
-  return static_cast<bool>(handle);
+  if (!handle_) {
+    handle_ = platform_.objects.openMutex(name_);
+  }
+  return static_cast<bool>(handle_);
 }
+
+}  // namespace umpd

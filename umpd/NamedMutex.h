@@ -8,10 +8,12 @@
 
 #include "umpd/platform/Platform.h"
 
+namespace umpd {
+
 class NamedMutex {
  public:
   // Makes the mutex, or opens the one that stands. A failure is told to the debugger.
-  NamedMutex(Platform& machine, std::u16string mutexName);
+  NamedMutex(Platform& platform, std::u16string name);
 
   void wait();
   void release();
@@ -20,7 +22,9 @@ class NamedMutex {
   // A mutex that could not be made may have been made by others meanwhile.
   bool open();
 
-  Platform& platform;
-  std::u16string name;
-  OwnedObject handle;
+  Platform& platform_;
+  std::u16string name_;
+  OwnedObject handle_;
 };
+
+}  // namespace umpd

@@ -9,9 +9,11 @@
 
 #include "umpd/platform/Platform.h"
 
+namespace umpd {
+
 class OutFile {
  public:
-  explicit OutFile(Files& machineFiles) : files(machineFiles) {}
+  explicit OutFile(Files& files) : files_(files) {}
   virtual ~OutFile();
   OutFile(const OutFile&) = delete;
   OutFile& operator=(const OutFile&) = delete;
@@ -24,5 +26,7 @@ class OutFile {
   FileHandle handle{};
 
  private:
-  Files& files;
+  Files& files_;
 };
+
+}  // namespace umpd

@@ -3,17 +3,18 @@
 #include <algorithm>
 #include <utility>
 
+namespace umpd {
 namespace {
 
-constexpr std::size_t longestPart = 255;
-constexpr std::size_t driveLength = 2;
-constexpr std::size_t longestUntouchedPath = 260;
-constexpr std::size_t longestShortenedPath = 259;
+constexpr size_t longestPart = 255;
+constexpr size_t driveLength = 2;
+constexpr size_t longestUntouchedPath = 260;
+constexpr size_t longestShortenedPath = 259;
 
 }  // namespace
 
-std::size_t lastSeparator(std::u16string_view path, std::size_t first) {
-  const std::size_t found = path.find_last_of(u"\\/");
+size_t lastSeparator(std::u16string_view path, size_t first) {
+  const size_t found = path.find_last_of(u"\\/");
   return found == path.npos || found < first ? path.npos : found;
 }
 
@@ -23,11 +24,13 @@ bool endsInSeparator(std::u16string_view path) {
 
 PathParts splitPath(std::u16string_view path) {
   PathParts parts;
-  if (path.size() >= driveLength && path[1] == u':') parts.drive = path.substr(0, driveLength);
+  if (path.size() >= driveLength && path[1] == u':') {
+    parts.drive = path.substr(0, driveLength);
+  }
   path.remove_prefix(parts.drive.size());
-  const std::size_t directoryLength = lastSeparator(path) + 1;  // npos + 1 is 0
+  const size_t directoryLength = lastSeparator(path) + 1;  // npos + 1 is 0
   const std::u16string_view file = path.substr(directoryLength);
-  const std::size_t dot = std::min(file.rfind(u'.'), file.size());
+  const size_t dot = std::min(file.rfind(u'.'), file.size());
   parts.directory = path.substr(0, std::min(directoryLength, longestPart));
   parts.name = file.substr(0, std::min(dot, longestPart));
   parts.extension = file.substr(dot, longestPart);
@@ -35,7 +38,9 @@ PathParts splitPath(std::u16string_view path) {
 }
 
 void shortenPath(std::u16string& path) {
-  if (path.size() <= longestUntouchedPath) return;
+  if (path.size() <= longestUntouchedPath) {
+    return;
+  }
   const PathParts parts = splitPath(path);
   std::u16string shorter(parts.drive);
   const bool directoryFits =
@@ -45,3 +50,5 @@ void shortenPath(std::u16string& path) {
   shorter += parts.extension;
   path = std::move(shorter);
 }
+
+}  // namespace umpd

@@ -6,8 +6,10 @@
 #include <string>
 #include <string_view>
 
+namespace umpd {
+
 // Where the last `\` or `/` stands at or behind `first`, or npos.
-std::size_t lastSeparator(std::u16string_view path, std::size_t first = 0);
+size_t lastSeparator(std::u16string_view path, size_t first = 0);
 bool endsInSeparator(std::u16string_view path);
 
 // Views into the path that was split. Put behind each other they give it back, unless a part was
@@ -23,3 +25,5 @@ PathParts splitPath(std::u16string_view path);
 // Leaves up to 260 characters alone. A longer path comes back with at most 259: its directory gives
 // way to a lone backslash if it is too long, then its file name is cut. Drive and extension stay.
 void shortenPath(std::u16string& path);
+
+}  // namespace umpd

@@ -1,18 +1,19 @@
 #include "umpd/PrinterInfo.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "umpd/Report.h"
-#include "umpd/WideText.h"
 
+namespace umpd {
 namespace {
 
-constexpr std::size_t documentCapacity = 260;
+constexpr size_t documentCapacity = 260;
 // The most that a device name holds beside its terminator.
-constexpr std::size_t deviceNameLimit = 31;
+constexpr size_t deviceNameLimit = 31;
 
 struct StatusBit {
-  std::uint32_t bit;
+  uint32_t bit;
   const char* trace;
 };
 constexpr StatusBit statusBits[] = {
@@ -20,7 +21,7 @@ constexpr StatusBit statusBits[] = {
     {0x200, "Blocked Status\n"}, {0x1, "Paused Status\n"},   {0x4, "Deleting Status\n"},
 };
 // All of them but the deletion: a job that its user took back is in no trouble.
-constexpr std::uint32_t troubleMask = 0x263;
+constexpr uint32_t troubleMask = 0x263;
 
 // A question for a size may fail in one way: for want of a buffer.
 bool answersSize(const SizeAnswer& answer) {
@@ -29,12 +30,13 @@ bool answersSize(const SizeAnswer& answer) {
 
 const JobInfo* newestJob(const std::vector<JobInfo>& jobs) {
   const JobInfo* newest = nullptr;
-  std::int32_t highest = -1;
-  for (const JobInfo& job : jobs)
-    if (const auto position = static_cast<std::int32_t>(job.position); position > highest) {
+  int32_t highest = -1;
+  for (const JobInfo& job : jobs) {
+    if (const auto position = static_cast<int32_t>(job.position); position > highest) {
       highest = position;
       newest = &job;
     }
+  }
   return newest;
 }
 
@@ -45,18 +47,21 @@ const PrinterInfo* PrinterInfoReader::readPrinterInfo2() {
     traceMessage("readPrinterInfo2 - No printer handle");
     return nullptr;
   }
-  info.reset();
-  const SizeAnswer size = platform.spooler.printerSize(printer);
+  info_.reset();
+  const SizeAnswer size = platform_.spooler.printerSize(printer);
   if (!size.succeeded && size.needed == 0) {
     traceMessage("getPrinter failed: %s, bytes needed=%d\n", size.error, size.needed);
     return nullptr;
   }
-  info = platform.spooler.printer(printer, size.needed);
-  if (info) return &*info;
-  if (platform.messages.lastError() == errorNotEnoughMemory)
+  info_ = platform_.spooler.printer(printer, size.needed);
+  if (info_) {
+    return &*info_;
+  }
+  if (platform_.messages.lastError() == errorNotEnoughMemory) {
     traceMessage("readPrinterInfo2 - malloc failed");
-  else
+  } else {
     traceMessage("readPrinterInfo2-failure to access the printer");
+  }
   return nullptr;
 }
 
@@ -64,22 +69,30 @@ std::vector<JobInfo> getAllJobs(Platform& platform, PrinterHandle printer) {
   traceMessage(">getAllJobs \n");
   Spooler& spooler = platform.spooler;
   const SizeAnswer printerSize = spooler.printerSize(printer);
-  if (!answersSize(printerSize)) return {};
+  if (!answersSize(printerSize)) {
+    return {};
+  }
   const auto info = spooler.printer(printer, printerSize.needed);
-  if (!info || info->jobs == 0) return {};
+  if (!info || info->jobs == 0) {
+    return {};
+  }
   traceMessage(" numjobs = %d\n", info->jobs);
 
   // One more than there are, should another have come.
   const SizeAnswer jobsSize = spooler.jobsSize(printer, 0, info->jobs + 1);
-  if (!answersSize(jobsSize)) return {};
+  if (!answersSize(jobsSize)) {
+    return {};
+  }
   auto jobs = spooler.jobs(printer, 0, info->jobs + 1, jobsSize.needed);
-  if (!jobs) return {};
+  if (!jobs) {
+    return {};
+  }
   jobs->resize(info->jobs);
   traceMessage("<getAllJobs numjobs = %d\n", info->jobs);
   return std::move(*jobs);
 }
 
-std::uint32_t getCurrentPrintJobDocName(PrinterSettings& settings, std::u16string& document) {
+uint32_t getCurrentPrintJobDocName(PrinterSettings& settings, std::u16string& document) {
   traceMessage(">getCurrentPrintJobDocName %s printer %d\n", settings.printerName,
                settings.printer.get());
   if (!settings.printer && !openSettingsPrinter(settings, printerAccessUse)) {
@@ -94,7 +107,9 @@ std::uint32_t getCurrentPrintJobDocName(PrinterSettings& settings, std::u16strin
   }
   traceMessage(">getCurrentPrintJobDocName - numjobss %d\n", jobs.size());
   const JobInfo* const newest = newestJob(jobs);
-  if (!newest) return 0;
+  if (!newest) {
+    return 0;
+  }
   if (newest->document) {
     document = newest->document->substr(0, documentCapacity - 1);
     traceMessage("<getCurrentPrintJobDocName - job %d %s\n", newest->jobId, document);
@@ -102,14 +117,19 @@ std::uint32_t getCurrentPrintJobDocName(PrinterSettings& settings, std::u16strin
   return newest->jobId;
 }
 
-bool checkJobStatus(Platform& platform, PrinterHandle printer, std::uint32_t jobId) {
+bool checkJobStatus(Platform& platform, PrinterHandle printer, uint32_t jobId) {
   const std::vector<JobInfo> jobs = getAllJobs(platform, printer);
   const auto job = std::find_if(jobs.begin(), jobs.end(),
                                 [&](const JobInfo& each) { return each.jobId == jobId; });
-  if (job == jobs.end()) return true;
+  if (job == jobs.end()) {
+    return true;
+  }
   traceMessage("Printer Status %x pStatus %s\n", job->status, job->statusText);
-  for (const auto& [bit, trace] : statusBits)
-    if ((job->status & bit) != 0) traceMessage(trace);
+  for (const auto& [bit, trace] : statusBits) {
+    if ((job->status & bit) != 0) {
+      traceMessage(trace);
+    }
+  }
   return (job->status & troubleMask) == 0;
 }
 
@@ -136,31 +156,15 @@ DevMode buildDevMode(std::u16string_view printerName) {
   return mode;
 }
 
-bool openSettingsPrinter(PrinterSettings& settings, std::uint32_t access) {
+bool openSettingsPrinter(PrinterSettings& settings, uint32_t access) {
   settings.printer = settings.platform.spooler.openPrinter(
       settings.printerName, buildDevMode(settings.printerName), access);
-  if (settings.printer) return true;
+  if (settings.printer) {
+    return true;
+  }
   traceMessage("OpenPrinter(%s) failed - %s\n", settings.printerName,
                settings.platform.messages.lastError());
   return false;
 }
 
-PrinterIteratorCallback::~PrinterIteratorCallback() = default;
-
-bool enumeratePrinters(Platform& platform, PrinterIteratorCallback& callback) {
-  const std::uint32_t size = platform.spooler.printersSize();
-  if (size == 0) return false;
-  const auto printers = platform.spooler.printers(size);
-  return printers && std::any_of(printers->begin(), printers->end(),
-                                 [&](const PrinterInfo& printer) { return callback(printer); });
-}
-
-bool FindPort::operator()(const PrinterInfo& info) {
-  if (!info.driverName || !equalsIgnoringCase(*info.driverName, defaultPrinterName)) return false;
-  if (!info.portName) return false;
-  if (!equalsIgnoringCase(*info.portName, sought) &&
-      !equalsIgnoringCase(withCommas(*info.portName), sought))
-    return false;
-  name = info.printerName.value_or(u"");
-  return true;
-}
+}  // namespace umpd

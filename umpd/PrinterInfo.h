@@ -11,12 +11,14 @@
 #include "umpd/PrinterSettings.h"
 #include "umpd/platform/Platform.h"
 
-inline constexpr std::uint32_t printerAccessUse = 8;
+namespace umpd {
+
+inline constexpr uint32_t printerAccessUse = 8;
 
 // Reads a printer's record and keeps the last one read. The handle is not owned.
 class PrinterInfoReader {
  public:
-  explicit PrinterInfoReader(Platform& machine) : platform(machine) {}
+  explicit PrinterInfoReader(Platform& platform) : platform_(platform) {}
 
   // Null on failure; valid until the next read.
   const PrinterInfo* readPrinterInfo2();
@@ -24,8 +26,8 @@ class PrinterInfoReader {
   PrinterHandle printer{};
 
  private:
-  Platform& platform;
-  std::optional<PrinterInfo> info;
+  Platform& platform_;
+  std::optional<PrinterInfo> info_;
 };
 
 // One record for each job that the printer's record counts; those that ended meanwhile are zeros at
@@ -34,33 +36,14 @@ std::vector<JobInfo> getAllJobs(Platform& platform, PrinterHandle printer);
 
 // The id of the newest job, which is taken for the one in hand, or 0; its document's name goes to
 // `document`, which is left alone only if the printer has to be opened and cannot be.
-std::uint32_t getCurrentPrintJobDocName(PrinterSettings& settings, std::u16string& document);
+uint32_t getCurrentPrintJobDocName(PrinterSettings& settings, std::u16string& document);
 
 // False if the job is paused, blocked, offline, in error or out of paper.
-bool checkJobStatus(Platform& platform, PrinterHandle printer, std::uint32_t jobId);
+bool checkJobStatus(Platform& platform, PrinterHandle printer, uint32_t jobId);
 
 DevMode buildDevMode(std::u16string_view printerName);
 
 // True if `settings` now holds a handle.
-bool openSettingsPrinter(PrinterSettings& settings, std::uint32_t access);
+bool openSettingsPrinter(PrinterSettings& settings, uint32_t access);
 
-class PrinterIteratorCallback {
- public:
-  virtual ~PrinterIteratorCallback();
-  // True stops the walk.
-  virtual bool operator()(const PrinterInfo& info) = 0;
-};
-
-// True if the callback stopped the walk.
-bool enumeratePrinters(Platform& platform, PrinterIteratorCallback& callback);
-
-// Looks for the product's printer on a port.
-class FindPort : public PrinterIteratorCallback {
- public:
-  FindPort(std::u16string_view port, std::u16string& result) : sought(port), name(result) {}
-  bool operator()(const PrinterInfo& info) override;
-
- private:
-  std::u16string_view sought;
-  std::u16string& name;
-};
+}  // namespace umpd

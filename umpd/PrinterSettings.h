@@ -6,40 +6,51 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "umpd/StringMap.h"
 #include "umpd/platform/Platform.h"
 
-inline constexpr std::u16string_view defaultPrinterName = u"Tarnwick Quillpress";
-inline constexpr std::u16string_view productKey = u"Software\\Quillpress\\";
+namespace umpd {
 
 class PrinterSettings {
  public:
   // Takes the name of the user's default printer, or `defaultPrinterName` if none is stored.
-  explicit PrinterSettings(Platform& machine);
+  explicit PrinterSettings(Platform& thePlatform);
 
   // A name that begins with `,` or `\` is in port form and is looked for among the printers' ports.
   // An empty name takes the default printer's and empties the map.
   void setPrinterName(std::u16string_view name);
   void loadDefaultPrinterName();
+  // The printer's own key; none on failure. The first open of a printer's key makes the key and
+  // writes the defaults into it.
+  OwnedKey openPrinterKey(uint32_t access);
   // Copies the printer key's values to the map. False if the key cannot be read.
   bool loadSettings();
   // Fills a printer key that was just made.
   void writeDefaultSettings();
 
+  // The pairs of a section of "tqpconf.ini" (of the printer's own if none is named) into the map
+  // and, if `writing`, into the registry. True if the section had entries.
+  bool mergeConfigSection(bool writing, const std::optional<std::u16string>& section);
+  // What the installer forces on all users at each job, if its file says so.
+  void applyOverrideUserSettings();
+
   // The number that the value's text begins with, 0 if it begins with none.
-  std::uint32_t getSettingInt(std::u16string_view key, std::uint32_t defaultValue) const;
+  uint32_t getSettingInt(std::u16string_view key, uint32_t defaultValue) const;
   // Copies the value, terminated, if it is not empty and fits into `size` characters. Otherwise
   // the default is copied, whatever its length: who gives one has room for it. A null default
   // leaves the buffer as it is.
-  void getSettingString(std::u16string_view key, char16_t* buffer, std::size_t size,
+  void getSettingString(std::u16string_view key, char16_t* buffer, size_t size,
                         const char16_t* defaultText) const;
 
   // Into the printer key and, once stored, into the map.
   bool setRegistryString(const std::u16string& key, const std::u16string& text);
-  bool setRegistryDword(const std::u16string& key, std::uint32_t value);
+  bool setRegistryDword(const std::u16string& key, uint32_t value);
+  // Into the printer key alone: digits only, or nothing, as a number, all else as text.
+  bool setRegistryValue(const std::u16string& key, const std::u16string& value);
 
   // Hands some of the settings over to the driver of NT 4, in the file "tqpcfg.1" of the system
   // directory: UTF-16 without a mark, `key=value&` for each, nothing escaped.
@@ -57,3 +68,5 @@ class PrinterSettings {
  private:
   void storeAsDefaultPrinter();
 };
+
+}  // namespace umpd

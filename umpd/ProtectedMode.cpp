@@ -1,13 +1,15 @@
 #include "umpd/ProtectedMode.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 
 #include "umpd/Folders.h"
 
+namespace umpd {
 namespace {
 
-constexpr std::size_t longestPath = 519;
+constexpr size_t longestPath = 519;
 
 void appendBounded(std::u16string& path, std::u16string_view text) {
   path += text.substr(0, longestPath - std::min(path.size(), longestPath));
@@ -16,7 +18,7 @@ void appendBounded(std::u16string& path, std::u16string_view text) {
 }  // namespace
 
 std::u16string virtualizedTempPath(Platform& platform) {
-  constexpr std::size_t behindColon = 2;
+  constexpr size_t behindColon = 2;
   const std::u16string data = applicationDataFolder(platform);
   const std::u16string_view all = data;
   std::u16string path;
@@ -24,6 +26,10 @@ std::u16string virtualizedTempPath(Platform& platform) {
   appendBounded(path, u"\\Microsoft\\Windows\\Temporary Internet Files\\Virtualized\\");
   appendBounded(path, all.substr(0, 1));
   appendBounded(path, all.substr(std::min(behindColon, all.size())));
-  if (!path.ends_with(u'\\')) appendBounded(path, u"\\");
+  if (!path.ends_with(u'\\')) {
+    appendBounded(path, u"\\");
+  }
   return path;
 }
+
+}  // namespace umpd

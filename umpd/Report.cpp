@@ -1,9 +1,12 @@
 #include "umpd/Report.h"
 
 #include <cstdarg>
+#include <cstddef>
 #include <cstdio>
 
-void reportLastError(Platform& platform, const std::u16string& caption, std::uint32_t flags) {
+namespace umpd {
+
+void reportLastError(Platform& platform, const std::u16string& caption, uint32_t flags) {
   const std::u16string text = platform.messages.errorText(platform.messages.lastError())
                                   .value_or(u"Error string not found");
   traceMessage(u"Error: %s GetLastError: %s\n", caption, text);
@@ -17,8 +20,10 @@ void showErrorBox(Platform& platform, const char* format, ...) {
   va_copy(again, arguments);
   const int length = std::vsnprintf(nullptr, 0, format, arguments);
   va_end(arguments);
-  std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
+  std::string text(length > 0 ? static_cast<size_t>(length) : 0, '\0');
   std::vsnprintf(text.data(), text.size() + 1, format, again);
   va_end(again);
   platform.messages.narrowBox(text, "Error", serviceNotification);
 }
+
+}  // namespace umpd

@@ -7,13 +7,17 @@
 
 #include "umpd/platform/Platform.h"
 
+namespace umpd {
+
 // The place for a developer's build to listen in: takes a wide or narrow format and its arguments.
 template <class Character, class... Arguments>
 void traceMessage(const Character* /*format*/, const Arguments&... /*arguments*/) {}
 
 // A box with this caption and the system's text for the last error.
-void reportLastError(Platform& platform, const std::u16string& caption, std::uint32_t flags);
+void reportLastError(Platform& platform, const std::u16string& caption, uint32_t flags);
 
 // A box with the caption "Error"; a format of printf.
 __attribute__((format(printf, 2, 3))) void showErrorBox(Platform& platform, const char* format,
                                                         ...);
+
+}  // namespace umpd

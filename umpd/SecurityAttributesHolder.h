@@ -4,6 +4,8 @@
 
 #include "umpd/platform/Platform.h"
 
+namespace umpd {
+
 struct SecurityAttributesHolder {
   SecurityAttributes attributes;
   OwnedDescriptor descriptor;
@@ -14,3 +16,5 @@ struct SecurityAttributesHolder {
 // as they came.
 const SecurityAttributes* buildSecurityAttributes(Platform& platform,
                                                   SecurityAttributesHolder& holder);
+
+}  // namespace umpd

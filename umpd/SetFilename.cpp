@@ -7,49 +7,56 @@
 #include "umpd/NameEscapes.h"
 #include "umpd/PathParts.h"
 #include "umpd/Report.h"
-#include "umpd/WideText.h"
+#include "umpd/platform/WideText.h"
 
+namespace umpd {
 namespace {
 
 // Settings of this many characters or more count as not set.
-constexpr std::size_t filenameCapacity = 520;
-constexpr std::size_t saveDirCapacity = 520;
-constexpr std::size_t extensionLimit = 40;
+constexpr size_t filenameCapacity = 520;
+constexpr size_t saveDirCapacity = 520;
+constexpr size_t extensionLimit = 40;
 // What the extension's own field holds of it.
-constexpr std::size_t extensionField = 20;
+constexpr size_t extensionField = 20;
 
 constexpr int randomNameTries = 11;
 
-std::size_t roomBehind(std::size_t size, std::size_t used) {
+size_t roomBehind(size_t size, size_t used) {
   return size > used ? size - used : 0;
 }
 
 // Cuts an extension of up to three letters off the name that starts at `start`. A dot in front of
 // the name is no extension's. Behind an empty name it is the path before it that loses its end.
-void cutExtension(std::u16string& path, std::size_t start) {
-  constexpr std::size_t longestWithDot = 4;
-  const std::size_t lowest = path.size() == start ? 0 : start + 1;
-  const std::size_t dot = path.rfind(u'.');
-  if (dot != path.npos && dot >= lowest && path.size() - dot <= longestWithDot) path.resize(dot);
+void cutExtension(std::u16string& path, size_t start) {
+  constexpr size_t longestWithDot = 4;
+  const size_t lowest = path.size() == start ? 0 : start + 1;
+  const size_t dot = path.rfind(u'.');
+  if (dot != path.npos && dot >= lowest && path.size() - dot <= longestWithDot) {
+    path.resize(dot);
+  }
 }
 
-void replaceForbidden(std::u16string& path, std::size_t start, std::size_t length) {
-  for (std::size_t i = start; i < path.size() && i - start < length; ++i)
-    if (!isAllowedNameChar(path[i])) path[i] = u'_';
+void replaceForbidden(std::u16string& path, size_t start, size_t length) {
+  for (size_t i = start; i < path.size() && i - start < length; ++i) {
+    if (!isAllowedNameChar(path[i])) {
+      path[i] = u'_';
+    }
+  }
 }
 
 }  // namespace
 
 SetFilename::~SetFilename() = default;
 
-bool SetFilename::setOutputFilename(std::u16string_view docName, std::u16string& out,
-                                    std::size_t size) {
-  saveFilenameAction = static_cast<std::int32_t>(settings.getSettingInt(u"SaveFilenameAction", 0));
+bool SetFilename::setOutputFilename(std::u16string_view docName, std::u16string& out, size_t size) {
+  saveFilenameAction = static_cast<int32_t>(settings.getSettingInt(u"SaveFilenameAction", 0));
   makeOutputName(docName, out, size, saveFilenameAction);
   seedRandom();
   while (exists(out)) {
-    const std::size_t dot = out.rfind(u'.');
-    if (dot == out.npos) return false;
+    const size_t dot = out.rfind(u'.');
+    if (dot == out.npos) {
+      return false;
+    }
     // Whatever the extension was.
     std::u16string end(u".");
     end += decimalText(settings.platform.random.next());
@@ -59,8 +66,8 @@ bool SetFilename::setOutputFilename(std::u16string_view docName, std::u16string&
   return true;
 }
 
-bool SetFilename::makeOutputName(std::u16string_view docName, std::u16string& out, std::size_t size,
-                                 std::int32_t action) {
+bool SetFilename::makeOutputName(std::u16string_view docName, std::u16string& out, size_t size,
+                                 int32_t action) {
   readSettings();
   switch (action) {
     case 0:
@@ -87,32 +94,39 @@ bool SetFilename::makeOutputName(std::u16string_view docName, std::u16string& ou
 void SetFilename::readSettings() {
   trimChar = static_cast<char16_t>(settings.getSettingInt(u"TrimNameChar", u'-'));
   defaultExtension = settingShorterThan(u"DefaultExtension", extensionLimit);
-  if (defaultExtension.empty()) defaultExtension = u".pdf";
+  if (defaultExtension.empty()) {
+    defaultExtension = u".pdf";
+  }
   defaultSaveDir = settingShorterThan(u"DefaultSaveDir", saveDirCapacity);
   // The directory lies behind the extension and is stored after it: an extension that fills its
   // field has the directory for its end.
-  if (defaultExtension.size() >= extensionField)
+  if (defaultExtension.size() >= extensionField) {
     defaultExtension.replace(extensionField, defaultExtension.npos, defaultSaveDir);
+  }
   defaultFilename = readDefaultSaveFilename();
 }
 
-std::u16string SetFilename::settingShorterThan(std::u16string_view key, std::size_t limit) const {
+std::u16string SetFilename::settingShorterThan(std::u16string_view key, size_t limit) const {
   const std::u16string* value = settings.params.find(key);
   return value && value->size() < limit ? *value : std::u16string();
 }
 
 std::u16string SetFilename::readDefaultSaveFilename() const {
   const std::u16string value = settingShorterThan(u"DefaultSaveFilename", filenameCapacity);
-  if (!value.starts_with(u'@')) return value;
+  if (!value.starts_with(u'@')) {
+    return value;
+  }
   std::optional<std::string> line =
       settings.platform.files.readLine(value.substr(1), filenameCapacity - 1);
-  if (!line) return value;
+  if (!line) {
+    return value;
+  }
   line->resize(line->find_last_not_of("\n\r\t ") + 1);
   return settings.platform.text.widen(*line);
 }
 
 void SetFilename::makeNameOfDocument(std::u16string_view docName, std::u16string& out,
-                                     std::size_t size) {
+                                     size_t size) {
   const std::u16string_view name = docName.empty() ? defaultFilename : docName;
   if (name.empty()) {
     makeRandomName(out, size);
@@ -122,9 +136,11 @@ void SetFilename::makeNameOfDocument(std::u16string_view docName, std::u16string
   }
 }
 
-void SetFilename::makeRandomName(std::u16string& out, std::size_t size) {
+void SetFilename::makeRandomName(std::u16string& out, size_t size) {
   bool& seeded = settings.platform.process.randomSeeded;
-  if (!seeded) seedRandom();
+  if (!seeded) {
+    seedRandom();
+  }
   seeded = true;
   for (int tries = 1;; ++tries) {
     const std::u16string text = decimalText(settings.platform.random.next());
@@ -132,23 +148,29 @@ void SetFilename::makeRandomName(std::u16string& out, std::size_t size) {
     prefixDirectory(out, roomBehind(size, text.size() + defaultExtension.size()));
     out += text;
     out += defaultExtension;
-    if (tries == randomNameTries || !exists(out)) return;
+    if (tries == randomNameTries || !exists(out)) {
+      return;
+    }
   }
 }
 
-void SetFilename::prefixDirectory(std::u16string& out, std::size_t size) const {
+void SetFilename::prefixDirectory(std::u16string& out, size_t size) const {
   out.clear();
-  if (defaultSaveDir.empty()) return;
+  if (defaultSaveDir.empty()) {
+    return;
+  }
   out = defaultSaveDir.size() + 1 < size ? defaultSaveDir : u"C:\\";
-  if (!endsInSeparator(out)) out += u'\\';
+  if (!endsInSeparator(out)) {
+    out += u'\\';
+  }
 }
 
 // Appends the shaped name to `path`.
 void SetFilename::shapeDocumentName(std::u16string_view name, std::u16string& path,
-                                    std::size_t size) const {
-  const std::size_t start = path.size();
+                                    size_t size) const {
+  const size_t start = path.size();
   path += withoutTitlePrefix(name).substr(0, roomBehind(size, start + defaultExtension.size() + 1));
-  const std::size_t length = path.size() - start;
+  const size_t length = path.size() - start;
   cutExtension(path, start);
   path += defaultExtension;
   // As many as there were before the cut: that may reach into the extension.
@@ -156,8 +178,10 @@ void SetFilename::shapeDocumentName(std::u16string_view name, std::u16string& pa
 }
 
 std::u16string_view SetFilename::withoutTitlePrefix(std::u16string_view name) const {
-  const std::size_t trim = trimChar == 0 ? name.npos : name.find(trimChar);
-  if (trim == name.npos) return name;
+  const size_t trim = trimChar == 0 ? name.npos : name.find(trimChar);
+  if (trim == name.npos) {
+    return name;
+  }
   name.remove_prefix(trim + 1);
   return name.substr(std::min(name.find_first_not_of(u' '), name.size()));
 }
@@ -176,3 +200,5 @@ void SetFilename::seedRandom() const {
   const Platform& platform = settings.platform;
   platform.random.seed(platform.processes.currentThreadId() * platform.clock.tickCount());
 }
+
+}  // namespace umpd

@@ -12,43 +12,47 @@
 
 #include "umpd/PrinterSettings.h"
 
+namespace umpd {
+
 // The room for a job's output path in characters, terminator included.
-inline constexpr std::size_t savePathCapacity = 780;
+inline constexpr size_t savePathCapacity = 780;
 
 // One attempt at a name. `size` is the room for the whole path, terminator included.
 class SetFilename {
  public:
-  explicit SetFilename(const PrinterSettings& jobSettings) : settings(jobSettings) {}
+  explicit SetFilename(const PrinterSettings& theSettings) : settings(theSettings) {}
   virtual ~SetFilename();
 
   // True if `out` is the name of a file that does not exist. False if it does and no other can be
   // made of it, for want of a dot. An action that is no rule only decodes and shortens what `out`
   // came with.
-  bool setOutputFilename(std::u16string_view docName, std::u16string& out, std::size_t size);
+  bool setOutputFilename(std::u16string_view docName, std::u16string& out, size_t size);
 
   // The name by one of the rules 0 to 5, whether or not the file exists. True if its directory
   // stands.
-  bool makeOutputName(std::u16string_view docName, std::u16string& out, std::size_t size,
-                      std::int32_t action);
+  bool makeOutputName(std::u16string_view docName, std::u16string& out, size_t size,
+                      int32_t action);
 
  private:
   void readSettings();
-  std::u16string settingShorterThan(std::u16string_view key, std::size_t limit) const;
+  std::u16string settingShorterThan(std::u16string_view key, size_t limit) const;
   std::u16string readDefaultSaveFilename() const;
-  void makeNameOfDocument(std::u16string_view docName, std::u16string& out, std::size_t size);
-  void makeRandomName(std::u16string& out, std::size_t size);
+  void makeNameOfDocument(std::u16string_view docName, std::u16string& out, size_t size);
+  void makeRandomName(std::u16string& out, size_t size);
   // `size` less what is known to follow.
-  void prefixDirectory(std::u16string& out, std::size_t size) const;
-  void shapeDocumentName(std::u16string_view name, std::u16string& path, std::size_t size) const;
+  void prefixDirectory(std::u16string& out, size_t size) const;
+  void shapeDocumentName(std::u16string_view name, std::u16string& path, size_t size) const;
   std::u16string_view withoutTitlePrefix(std::u16string_view name) const;
   bool makeDirectoryOf(const std::u16string& path) const;
   bool exists(const std::u16string& path) const;
   void seedRandom() const;
 
   const PrinterSettings& settings;
-  std::int32_t saveFilenameAction = 0;
+  int32_t saveFilenameAction = 0;
   char16_t trimChar = u'-';  // 0 trims nothing
   std::u16string defaultFilename;
   std::u16string defaultExtension;
   std::u16string defaultSaveDir;
 };
+
+}  // namespace umpd

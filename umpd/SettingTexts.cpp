@@ -4,8 +4,10 @@
 
 #include "umpd/DocInfo.h"
 
+namespace umpd {
+
 void copySettingText(PrinterSettings& settings, std::u16string_view docName,
-                     std::u16string_view key, char16_t* buffer, std::size_t size,
+                     std::u16string_view key, char16_t* buffer, size_t size,
                      const char16_t* defaultText) {
   if (key != u"pdfaXML") {
     settings.getSettingString(key, buffer, size, defaultText);
@@ -21,5 +23,9 @@ void copySettingText(PrinterSettings& settings, std::u16string_view docName,
 
 void copySettingUtf8(PrinterSettings& settings, std::u16string_view docName, std::string_view key,
                      std::span<char> buffer) {
-  if (key == "pdfaXML") settings.platform.text.toUtf8(makeXmp(settings, docName), buffer);
+  if (key == "pdfaXML") {
+    settings.platform.text.toUtf8(makeXmp(settings, docName), buffer);
+  }
 }
+
+}  // namespace umpd

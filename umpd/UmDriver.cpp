@@ -6,25 +6,27 @@
 #include <span>
 
 #include "postscript/painting/PdfObjectList.h"
-#include "umpd/ConfigStore.h"
 #include "umpd/Folders.h"
 #include "umpd/NameEscapes.h"
 #include "umpd/ProtectedMode.h"
 #include "umpd/Report.h"
 #include "umpd/SetFilename.h"
 
+namespace umpd {
 namespace {
 
 constexpr int launcherAttempts = 10;
-constexpr std::uint32_t launcherStartTime = 540;  // milliseconds
+constexpr uint32_t launcherStartTime = 540;  // milliseconds
 
-constexpr std::uint32_t cancelJob = 3;
-constexpr std::uint32_t deleteJob = 5;
+constexpr uint32_t cancelJob = 3;
+constexpr uint32_t deleteJob = 5;
 
 // Objects have a name space of their own from Windows 2000 on.
 std::u16string objectName(Platform& platform, std::u16string_view space, std::u16string_view name) {
   std::u16string result;
-  if (platform.version.isWin2kOrLater()) result = space;
+  if (platform.version.isWin2kOrLater()) {
+    result = space;
+  }
   result += name;
   return result;
 }
@@ -56,7 +58,7 @@ UmDriver::~UmDriver() {
   clear();
 }
 
-bool UmDriver::init(PrinterHandle handle, std::uint32_t job, const char16_t* name) {
+bool UmDriver::init(PrinterHandle handle, uint32_t job, const char16_t* name) {
   const JobLock lock(*this);
   Platform& platform = settings.platform;
   settings.setPrinterName({});
@@ -64,26 +66,33 @@ bool UmDriver::init(PrinterHandle handle, std::uint32_t job, const char16_t* nam
   jobId = job;
   userName = platform.accounts.userName().value_or(std::u16string());
   infoReader.printer = handle;
-  if (handle == PrinterHandle{} && !openNamedPrinter(name)) return false;
+  if (handle == PrinterHandle{} && !openNamedPrinter(name)) {
+    return false;
+  }
 
   // The spooler's name for the printer is asked for as a sign of life: the settings have one.
   const PrinterInfo* const info = infoReader.readPrinterInfo2();
   if (!info || !info->printerName) {
-    const auto number = static_cast<std::uint32_t>(handle);
+    const auto number = static_cast<uint32_t>(handle);
     showErrorBox(platform, "umpd - Could not retrieve printer info - handle [%d](0x%x), [%s]",
-                 static_cast<std::int32_t>(number), number, shownName(platform, name).c_str());
+                 static_cast<int32_t>(number), number, shownName(platform, name).c_str());
     return false;
   }
-  applyOverrideUserSettings(settings);
+  settings.applyOverrideUserSettings();
   settings.loadSettings();
-  if (platform.version.isNt4()) handSettingsToDriver();
-  if (platform.version.isWin9x()) settings.setRegistryDword(u"printerData4", 1);
+  if (platform.version.isNt4()) {
+    handSettingsToDriver();
+  }
+  if (platform.version.isWin9x()) {
+    settings.setRegistryDword(u"printerData4", 1);
+  }
 
   passthru = settings.getSettingInt(u"passthru", 0) != 0;
-  if (!passthru)
+  if (!passthru) {
     findDocument();
-  else if (printerHandle == PrinterHandle{})
+  } else if (printerHandle == PrinterHandle{}) {
     printerHandle = settings.printer.get();
+  }
   status = statusInitialised;
   return true;
 }
@@ -106,29 +115,34 @@ bool UmDriver::openNamedPrinter(const char16_t* name) {
 // The driver of NT 4 reads a file in the system directory, which the job's user may not write.
 void UmDriver::handSettingsToDriver() {
   impersonation.revertToSpooler();
-  if (!settings.copyNameValuesToPrinterDriverConfigFile())
+  if (!settings.copyNameValuesToPrinterDriverConfigFile()) {
     reportLastError(settings.platform, u"copyNameValuesToPrinterDriverConfigFile failed",
                     serviceNotification);
+  }
   impersonation.returnToClient();
 }
 
 void UmDriver::findDocument() {
   if (printerHandle == PrinterHandle{} || jobId == 0) {
-    const std::uint32_t newest = getCurrentPrintJobDocName(settings, docName);
-    if (jobId == 0) jobId = newest;
+    const uint32_t newest = getCurrentPrintJobDocName(settings, docName);
+    if (jobId == 0) {
+      jobId = newest;
+    }
   } else if (const auto document = settings.platform.spooler.jobDocument(printerHandle, jobId)) {
     docName = *document;
   }
 }
 
-bool UmDriver::write(const std::byte* buffer, std::uint32_t length) {
+bool UmDriver::write(const std::byte* buffer, uint32_t length) {
   const JobLock lock(*this);
   const std::span data(buffer, buffer ? length : 0);
   if (passthru && printerHandle != PrinterHandle{}) {
     settings.platform.spooler.writePrinter(printerHandle, data, bytesWritten);
     return bytesWritten == length;
   }
-  if (outFile.handle == FileHandle{} && !(prepareLauncher() && createOutFile())) return false;
+  if (outFile.handle == FileHandle{} && !(prepareLauncher() && createOutFile())) {
+    return false;
+  }
   if (!outFile.write(data)) {
     traceMessage("Error writing to %s\n", outputPath);
     return false;
@@ -137,10 +151,14 @@ bool UmDriver::write(const std::byte* buffer, std::uint32_t length) {
   return true;
 }
 
-bool UmDriver::writeUnlessFailed(const std::byte* buffer, std::uint32_t length) {
-  if ((status & statusFailed) != 0) return false;
+bool UmDriver::writeUnlessFailed(const std::byte* buffer, uint32_t length) {
+  if ((status & statusFailed) != 0) {
+    return false;
+  }
   try {
-    if (write(buffer, length)) return true;
+    if (write(buffer, length)) {
+      return true;
+    }
   } catch (const std::exception&) {
     // Want of memory. These bytes are missing, so that no others may follow.
   }
@@ -153,16 +171,24 @@ bool UmDriver::prepareLauncher() {
   const bool finish = settings.getSettingInt(u"FinishPrintEv", 0) != 0;
   const bool showStatus = !finish && settings.getSettingInt(u"showPrintStatusWin", 1) != 0;
   traceMessage("umdriver::write showUserInerface = %d\n", showStatus);
-  if (finish) return true;
+  if (finish) {
+    return true;
+  }
   LauncherProxy launcher(settings.platform);
-  if (!ensureLauncherRuns(launcher)) return false;
-  if (showStatus) launcher.startprint(settings.effectiveName());
+  if (!ensureLauncherRuns(launcher)) {
+    return false;
+  }
+  if (showStatus) {
+    launcher.startprint(settings.effectiveName());
+  }
   return true;
 }
 
 bool UmDriver::ensureLauncherRuns(LauncherProxy& launcher) {
   Platform& platform = settings.platform;
-  if (launcher.isLauncherRunning()) return true;
+  if (launcher.isLauncherRunning()) {
+    return true;
+  }
   if (platform.version.isNt4()) {
     reportLastError(
         platform,
@@ -174,7 +200,9 @@ bool UmDriver::ensureLauncherRuns(LauncherProxy& launcher) {
     traceMessage("Launcher not running, attempting to start it\n");
     launcher.startLauncher();
     platform.clock.sleep(launcherStartTime);
-    if (launcher.isLauncherRunning()) return true;
+    if (launcher.isLauncherRunning()) {
+      return true;
+    }
   }
   reportLastError(platform, u"Error:tqpmsnd.exe is not running - and attempt to start it failed.",
                   serviceNotification);
@@ -190,8 +218,12 @@ bool UmDriver::createOutFile() {
     return false;
   }
   outFile.handle = platform.files.openForWriting(outputPath, Disposition::createAlways);
-  if (outFile.handle == invalidFile) protectedModeFallback();
-  if (outFile.handle != FileHandle{}) return true;
+  if (outFile.handle == invalidFile) {
+    protectedModeFallback();
+  }
+  if (outFile.handle != FileHandle{}) {
+    return true;
+  }
   reportLastError(platform, outputPath, serviceNotification);
   traceMessage("Error creating %s\n", outputPath);
   return false;
@@ -201,11 +233,17 @@ bool UmDriver::createOutFile() {
 void UmDriver::protectedModeFallback() {
   Platform& platform = settings.platform;
   const OwnedModule browser = platform.modules.load(u"ieframe.dll");
-  if (!browser) return;
+  if (!browser) {
+    return;
+  }
   const FunctionAddress call = platform.modules.find(browser.get(), "IEIsProtectedModeProcess");
-  if (call == FunctionAddress{} || !platform.processes.isProtectedMode(call)) return;
+  if (call == FunctionAddress{} || !platform.processes.isProtectedMode(call)) {
+    return;
+  }
   outputPath = virtualizedTempPath(platform) + outputPath.substr(outputPath.rfind(u'\\') + 1);
-  if (outputPath.size() >= pathCapacity) outputPath.resize(pathCapacity - 1);
+  if (outputPath.size() >= pathCapacity) {
+    outputPath.resize(pathCapacity - 1);
+  }
   outFile.handle = platform.files.openForWriting(outputPath, Disposition::createAlways);
 }
 
@@ -213,14 +251,18 @@ bool UmDriver::endDoc() {
   traceMessage("> UmDriver::endDoc() %x\n", this);
   const JobLock lock(*this);
   traceMessage("> UmDriver::inside mutex %x\n", this);
-  if (doPrint != 0) settings.setRegistryDword(u"DoPrint", 0);
+  if (doPrint != 0) {
+    settings.setRegistryDword(u"DoPrint", 0);
+  }
   traceMessage("> finishPrintEv = %d\n", settings.getSettingInt(u"FinishPrintEv", 0));
   if (passthru || outFile.handle == FileHandle{}) {
     resetJob();
     return true;
   }
   outFile.close();
-  if (!settings.platform.version.isWin9x()) deleteSpoolJob();
+  if (!settings.platform.version.isWin9x()) {
+    deleteSpoolJob();
+  }
   announceFile();
   resetJob();
   traceMessage("< UmDriver::endDoc() %x \n", this);
@@ -232,7 +274,9 @@ void UmDriver::deleteSpoolJob() {
   Platform& platform = settings.platform;
   const PrinterHandle handle =
       printerHandle != PrinterHandle{} ? printerHandle : settings.printer.get();
-  if (!checkJobStatus(platform, handle, jobId)) platform.files.remove(outputPath);
+  if (!checkJobStatus(platform, handle, jobId)) {
+    platform.files.remove(outputPath);
+  }
   platform.spooler.setJob(handle, jobId, platform.version.isWin9x() ? cancelJob : deleteJob);
 }
 
@@ -240,10 +284,11 @@ void UmDriver::deleteSpoolJob() {
 void UmDriver::announceFile() {
   LauncherProxy launcher(settings.platform);
   const std::u16string document = decodeNameEscapes(docName);
-  if (settings.getSettingInt(u"FinishPrintEv", 0) != 0)
+  if (settings.getSettingInt(u"FinishPrintEv", 0) != 0) {
     signalFinishedPrint(document);
-  else if (launcher.isLauncherRunning())
+  } else if (launcher.isLauncherRunning()) {
     launcher.stopprint(settings.effectiveName(), document, outputPath);
+  }
 }
 
 // For the client that has set FinishPrintEv, who also has made the event.
@@ -254,10 +299,11 @@ void UmDriver::signalFinishedPrint(const std::u16string& document) {
   traceMessage("> UmDriver::endDoc() about to signal finished print\n");
   const std::u16string name = objectName(platform, u"Local\\", u"FinishPrintEv");
   const OwnedObject event = platform.objects.openEvent(name);
-  if (event)
+  if (event) {
     platform.objects.setEvent(event.get());
-  else
+  } else {
     traceMessage("Open TqpEvent [%s] failed.\n", name);
+  }
 }
 
 void UmDriver::resetJob() {
@@ -280,3 +326,5 @@ void UmDriver::clear() {
   bytesWritten = 0;
   emptyPdfObjectList();
 }
+
+}  // namespace umpd

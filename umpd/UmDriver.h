@@ -19,7 +19,9 @@
 #include "umpd/PrinterSettings.h"
 #include "umpd/platform/Platform.h"
 
-enum JobStatus : std::uint32_t {
+namespace umpd {
+
+enum JobStatus : uint32_t {
   statusInitialised = 1,
   statusEnded = 2,
   // Nobody asks: an aborted job goes on as before.
@@ -31,7 +33,7 @@ enum JobStatus : std::uint32_t {
 class UmDriver {
  public:
   // The letters TQPD, by which a record is known.
-  static constexpr std::uint32_t magicWord = 0x54515044;
+  static constexpr uint32_t magicWord = 0x54515044;
 
   explicit UmDriver(Platform& platform);
   UmDriver(const UmDriver&) = delete;
@@ -40,15 +42,15 @@ class UmDriver {
 
   // The first write of a job has the launcher run and creates the file. False if not all bytes were
   // taken.
-  virtual bool write(const std::byte* buffer, std::uint32_t length);
+  virtual bool write(const std::byte* buffer, uint32_t length);
   // True, whatever happens.
   virtual bool endDoc();
   // Writes, but not after a write that failed.
-  bool writeUnlessFailed(const std::byte* buffer, std::uint32_t length);
+  bool writeUnlessFailed(const std::byte* buffer, uint32_t length);
 
   // By the spooler's handle and job number or, without a handle, by the printer's name, which may
   // be null only beside a handle. False if there is no such printer.
-  bool init(PrinterHandle handle, std::uint32_t job, const char16_t* name);
+  bool init(PrinterHandle handle, uint32_t job, const char16_t* name);
 
   // Empties the record and marks it as ended.
   void resetJob();
@@ -60,18 +62,18 @@ class UmDriver {
 
   PrinterSettings settings;
   PrinterInfoReader infoReader;
-  std::uint32_t magic = magicWord;
+  uint32_t magic = magicWord;
   PrinterHandle printerHandle{};  // the caller's
-  std::uint32_t jobId = 0;
-  std::uint32_t status = 0;
+  uint32_t jobId = 0;
+  uint32_t status = 0;
   NamedMutex jobMutex;
   std::u16string outputPath;
   std::u16string userName;
   std::u16string docName;
-  std::uint32_t bytesWritten = 0;  // in all; of the last write in passthru mode
+  uint32_t bytesWritten = 0;  // in all; of the last write in passthru mode
   bool passthru = false;
   OutFile outFile;
-  std::uint32_t doPrint = 0;  // the end of the job sets the setting of that name back
+  uint32_t doPrint = 0;  // the end of the job sets the setting of that name back
   Impersonation impersonation;
 
  private:
@@ -91,11 +93,13 @@ class UmDriver {
 // Holds the lock of all jobs until the end of its scope.
 class JobLock {
  public:
-  explicit JobLock(UmDriver& locked) : job(locked) { job.waitJobMutex(); }
+  explicit JobLock(UmDriver& job) : job_(job) { job_.waitJobMutex(); }
   JobLock(const JobLock&) = delete;
   JobLock& operator=(const JobLock&) = delete;
-  ~JobLock() { job.releaseJobMutex(); }
+  ~JobLock() { job_.releaseJobMutex(); }
 
  private:
-  UmDriver& job;
+  UmDriver& job_;
 };
+
+}  // namespace umpd

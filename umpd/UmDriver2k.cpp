@@ -1,12 +1,15 @@
 #include "umpd/UmDriver2k.h"
 
-#include "umpd/ConfigStore.h"
+#include <cstdint>
+
 #include "umpd/Report.h"
 #include "umpd/RunProcess.h"
 
+namespace umpd {
+
 UmDriver2k::~UmDriver2k() = default;
 
-bool UmDriver2k::init(PrinterHandle handle, std::uint32_t job, const char16_t* document) {
+bool UmDriver2k::init(PrinterHandle handle, uint32_t job, const char16_t* document) {
   traceMessage("> UmDriver2k::init %x\n", this);
   const JobLock lock(*this);
   printerHandle = handle;
@@ -18,14 +21,19 @@ bool UmDriver2k::init(PrinterHandle handle, std::uint32_t job, const char16_t* d
     return false;
   }
   settings.printerName = *info->printerName;
-  if (document) docName = document;
+  if (document) {
+    docName = document;
+  }
   runSetupProgram(settings);
-  applyOverrideUserSettings(settings);
+  settings.applyOverrideUserSettings();
   settings.loadSettings();
   passthru = settings.getSettingInt(u"passthru", 0) != 0;
   status = statusInitialised;
-  if (!passthru)
+  if (!passthru) {
     traceMessage("< UmDriver2k::init %x finishprintev = %d\n", this,
                  settings.getSettingInt(u"FinishPrintEv", 0));
+  }
   return true;
 }
+
+}  // namespace umpd

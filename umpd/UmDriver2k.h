@@ -2,7 +2,11 @@
 // differs.
 #pragma once
 
+#include <cstdint>
+
 #include "umpd/UmDriver.h"
+
+namespace umpd {
 
 class UmDriver2k : public UmDriver {
  public:
@@ -10,5 +14,7 @@ class UmDriver2k : public UmDriver {
   ~UmDriver2k() override;
 
   // The printer's settings are those of the name that the spooler has for it. False without one.
-  bool init(PrinterHandle handle, std::uint32_t job, const char16_t* document);
+  bool init(PrinterHandle handle, uint32_t job, const char16_t* document);
 };
+
+}  // namespace umpd

@@ -3,27 +3,28 @@
 #include <algorithm>
 #include <cstring>
 
-#include "umpd/PrinterSettings.h"
+#include "umpd/ProductNames.h"
 #include "umpd/Report.h"
 #include "umpd/SecurityAttributesHolder.h"
-#include "umpd/WideText.h"
+#include "umpd/platform/WideText.h"
 
+namespace umpd {
 namespace {
 
-constexpr std::size_t textCapacity = 260;
-constexpr std::uint32_t createSubkeyRight = 4;
-constexpr std::uint32_t machineReadAccess = 0x20019;
+constexpr size_t textCapacity = 260;
+constexpr uint32_t createSubkeyRight = 4;
+constexpr uint32_t machineReadAccess = 0x20019;
 
 // The record that the session's processes share: a state byte, a byte of padding, and the name.
-constexpr std::uint32_t recordSize = 522;
-constexpr std::size_t nameOffset = 2;
-constexpr std::size_t nameCapacity = 260;
+constexpr uint32_t recordSize = 522;
+constexpr size_t nameOffset = 2;
+constexpr size_t nameCapacity = 260;
 constexpr std::byte stateUnknown{0};
 constexpr std::byte stateWorking{'w'};
 constexpr std::byte stateReady{'r'};
 
-constexpr std::uint32_t lookInterval = 876;
-constexpr std::uint32_t longestWait = 60000;
+constexpr uint32_t lookInterval = 876;
+constexpr uint32_t longestWait = 60000;
 
 bool isLookupDisabled(Registry& registry) {
   const CreatedKey product =
@@ -31,24 +32,34 @@ bool isLookupDisabled(Registry& registry) {
   return product.key && registry.hasValue(product.key.get(), u"DisableDomainControllerLookup");
 }
 
-OwnedKey openHiveByCall(Registry& registry, FunctionAddress call, std::uint32_t access) {
+OwnedKey openHiveByCall(Registry& registry, FunctionAddress call, uint32_t access) {
   OwnedKey hive = registry.openCurrentUser(call, access | createSubkeyRight);
-  if (!hive) hive = registry.openCurrentUser(call, access);
-  if (!hive) traceMessage("getHKCU - 2 regOpenHKCU failed \n");
+  if (!hive) {
+    hive = registry.openCurrentUser(call, access);
+  }
+  if (!hive) {
+    traceMessage("getHKCU - 2 regOpenHKCU failed \n");
+  }
   return hive;
 }
 
-OwnedKey openHiveBySid(Platform& platform, std::uint32_t access) {
+OwnedKey openHiveBySid(Platform& platform, uint32_t access) {
   const auto sid = currentUserSidText(platform);
-  if (!sid) return {};
+  if (!sid) {
+    return {};
+  }
   OwnedKey hive = platform.registry.openKey(keyUsers, *sid, access);
-  if (!hive) traceMessage("getHKCU - 1 RegOpenKeyEx failed \n");
+  if (!hive) {
+    traceMessage("getHKCU - 1 RegOpenKeyEx failed \n");
+  }
   return hive;
 }
 
 void writeName(std::byte* record, std::u16string_view name) {
   std::u16string field(name.substr(0, nameCapacity));
-  if (field.size() < nameCapacity) field += u'\0';
+  if (field.size() < nameCapacity) {
+    field += u'\0';
+  }
   std::memcpy(record + nameOffset, field.data(), field.size() * sizeof(char16_t));
 }
 
@@ -61,12 +72,18 @@ std::u16string readName(const std::byte* record) {
 // False if this machine cannot ask. One without a domain can, and its answer is the empty name.
 bool queryDomainController(Platform& platform, std::byte* record) {
   const OwnedModule library = platform.modules.load(u"Netapi32.dll");
-  if (!library) return false;
+  if (!library) {
+    return false;
+  }
   const FunctionAddress call = platform.modules.find(library.get(), "NetGetDCName");
   const FunctionAddress release = platform.modules.find(library.get(), "NetApiBufferFree");
-  if (call == FunctionAddress{} || release == FunctionAddress{}) return false;
+  if (call == FunctionAddress{} || release == FunctionAddress{}) {
+    return false;
+  }
   writeName(record, {});
-  if (const auto name = platform.accounts.domainController(call, release)) writeName(record, *name);
+  if (const auto name = platform.accounts.domainController(call, release)) {
+    writeName(record, *name);
+  }
   return true;
 }
 
@@ -74,7 +91,9 @@ bool queryDomainController(Platform& platform, std::byte* record) {
 std::byte* domainControllerRecord(Platform& platform) {
   OwnedObject& mapping = platform.process.domainControllerMapping;
   OwnedView& view = platform.process.domainControllerView;
-  if (view) return view.get();
+  if (view) {
+    return view.get();
+  }
   const std::u16string name = std::u16string(platform.version.isWin2kOrLater() ? u"Local\\" : u"") +
                               u"DomainControllerData";
   mapping = platform.objects.openMapping(name);
@@ -83,20 +102,24 @@ std::byte* domainControllerRecord(Platform& platform) {
     mapping = platform.objects.createMapping(buildSecurityAttributes(platform, security), name,
                                              recordSize);
   }
-  if (mapping) view = platform.objects.mapView(mapping.get());
-  if (!view) mapping.reset();
+  if (mapping) {
+    view = platform.objects.mapView(mapping.get());
+  }
+  if (!view) {
+    mapping.reset();
+  }
   return view.get();
 }
 
 void waitForOtherProcess(Clock& clock, const std::byte* record) {
-  const std::uint32_t start = clock.tickCount();
+  const uint32_t start = clock.tickCount();
   while (record[0] == stateWorking && clock.tickCount() - start < longestWait) {
     traceMessage("Waiting for domain name cache\n");
     clock.sleep(lookInterval);
   }
 }
 
-void appendHex(std::u16string& text, std::uint8_t value) {
+void appendHex(std::u16string& text, uint8_t value) {
   constexpr std::u16string_view digits = u"0123456789abcdef";
   text += digits[value >> 4];
   text += digits[value & 15];
@@ -104,33 +127,51 @@ void appendHex(std::u16string& text, std::uint8_t value) {
 
 }  // namespace
 
-OwnedKey getHKCU(Platform& platform, std::uint32_t access) {
+OwnedKey getHKCU(Platform& platform, uint32_t access) {
   const auto currentUser = [&] { return OwnedKey(platform.registry, keyCurrentUser); };
-  if (platform.version.isWin9x()) return currentUser();
+  if (platform.version.isWin9x()) {
+    return currentUser();
+  }
   const OwnedModule library = platform.modules.load(u"Advapi32.DLL");
-  if (!library) return currentUser();
+  if (!library) {
+    return currentUser();
+  }
   const FunctionAddress call = platform.modules.find(library.get(), "RegOpenCurrentUser");
-  if (call != FunctionAddress{}) return openHiveByCall(platform.registry, call, access);
-  if (isLookupDisabled(platform.registry)) return currentUser();
+  if (call != FunctionAddress{}) {
+    return openHiveByCall(platform.registry, call, access);
+  }
+  if (isLookupDisabled(platform.registry)) {
+    return currentUser();
+  }
   return openHiveBySid(platform, access);
 }
 
 std::optional<std::u16string> currentUserSidText(Platform& platform) {
-  if (platform.version.isWin9x()) return std::nullopt;
+  if (platform.version.isWin9x()) {
+    return std::nullopt;
+  }
   const auto user = platform.accounts.userName();
-  if (!user) return std::nullopt;
+  if (!user) {
+    return std::nullopt;
+  }
   const std::u16string server = getDomainControllerName(platform);
   const AccountSizes sizes = platform.accounts.accountSizes(server, *user);
-  if (sizes.sid == 0 || sizes.domain == 0) return std::nullopt;
+  if (sizes.sid == 0 || sizes.domain == 0) {
+    return std::nullopt;
+  }
   const auto sid = platform.accounts.account(server, *user, sizes);
-  if (!sid) return std::nullopt;
-  std::size_t capacity = textCapacity;
+  if (!sid) {
+    return std::nullopt;
+  }
+  size_t capacity = textCapacity;
   return sidToText(platform, *sid, capacity);
 }
 
-std::optional<std::u16string> sidToText(Platform& platform, const Sid& sid, std::size_t& capacity) {
-  if (!sid.valid) return std::nullopt;
-  const std::size_t needed = 24 * sid.subAuthorities.size() + 56;
+std::optional<std::u16string> sidToText(Platform& platform, const Sid& sid, size_t& capacity) {
+  if (!sid.valid) {
+    return std::nullopt;
+  }
+  const size_t needed = 24 * sid.subAuthorities.size() + 56;
   if (capacity < needed) {
     capacity = needed;
     platform.messages.setLastError(errorInsufficientBuffer);
@@ -139,19 +180,27 @@ std::optional<std::u16string> sidToText(Platform& platform, const Sid& sid, std:
   std::u16string text = u"S-1-";
   if (sid.authority[0] != 0 || sid.authority[1] != 0) {
     text += u"0x";
-    for (const std::uint8_t each : sid.authority) appendHex(text, each);
+    for (const uint8_t each : sid.authority) {
+      appendHex(text, each);
+    }
   } else {
-    std::uint32_t value = 0;
-    for (std::size_t i = 2; i < sid.authority.size(); ++i) value = value << 8 | sid.authority[i];
+    uint32_t value = 0;
+    for (size_t i = 2; i < sid.authority.size(); ++i) {
+      value = value << 8 | sid.authority[i];
+    }
     text += decimalText(value);
   }
-  for (const std::uint32_t each : sid.subAuthorities) text += u'-' + decimalText(each);
+  for (const uint32_t each : sid.subAuthorities) {
+    text += u'-' + decimalText(each);
+  }
   return text;
 }
 
 std::u16string getDomainControllerName(Platform& platform) {
   std::byte* const record = domainControllerRecord(platform);
-  if (!record) return {};
+  if (!record) {
+    return {};
+  }
   if (record[0] == stateWorking) {
     waitForOtherProcess(platform.clock, record);
   } else if (record[0] != stateReady) {
@@ -159,6 +208,10 @@ std::u16string getDomainControllerName(Platform& platform) {
     traceMessage("Working out domain controller name\n");
     record[0] = queryDomainController(platform, record) ? stateReady : stateUnknown;
   }
-  if (record[0] != stateReady) return {};
+  if (record[0] != stateReady) {
+    return {};
+  }
   return readName(record);
 }
+
+}  // namespace umpd

@@ -10,13 +10,17 @@
 
 #include "umpd/platform/Platform.h"
 
+namespace umpd {
+
 // None on failure. May be the predefined key of the current user.
-OwnedKey getHKCU(Platform& platform, std::uint32_t access);
+OwnedKey getHKCU(Platform& platform, uint32_t access);
 
 std::optional<std::u16string> currentUserSidText(Platform& platform);
 
 // `capacity` in characters; if it does not do, it takes what would.
-std::optional<std::u16string> sidToText(Platform& platform, const Sid& sid, std::size_t& capacity);
+std::optional<std::u16string> sidToText(Platform& platform, const Sid& sid, size_t& capacity);
 
 // Found out once a session and shared between its processes; empty without a domain.
 std::u16string getDomainControllerName(Platform& platform);
+
+}  // namespace umpd

@@ -1,5 +1,6 @@
 #include "umpd/XmlText.h"
 
+namespace umpd {
 namespace {
 
 // For the characters that XML has names for; else nothing.
@@ -24,7 +25,9 @@ std::u16string_view entityOf(char16_t c) {
 void appendControlCharacter(std::u16string& xml, char16_t c) {
   constexpr std::u16string_view digits = u"0123456789abcdef";
   xml += u"&#x";
-  if (c >= 16) xml += digits[c / 16];
+  if (c >= 16) {
+    xml += digits[c / 16];
+  }
   xml += digits[c % 16];
   xml += u';';
 }
@@ -35,12 +38,15 @@ std::u16string escapeXmlText(std::u16string_view text) {
   std::u16string xml;
   xml.reserve(text.size());
   for (const char16_t c : text) {
-    if (const std::u16string_view entity = entityOf(c); !entity.empty())
+    if (const std::u16string_view entity = entityOf(c); !entity.empty()) {
       xml += entity;
-    else if (c < 32)
+    } else if (c < 32) {
       appendControlCharacter(xml, c);
-    else
+    } else {
       xml += c;
+    }
   }
   return xml;
 }
+
+}  // namespace umpd

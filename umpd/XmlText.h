@@ -4,4 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace umpd {
+
 std::u16string escapeXmlText(std::u16string_view text);
+
+}  // namespace umpd

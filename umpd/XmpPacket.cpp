@@ -1,10 +1,12 @@
 #include "umpd/XmpPacket.h"
 
+#include <cstddef>
 #include <cstdlib>
 
-#include "umpd/WideText.h"
 #include "umpd/XmlText.h"
+#include "umpd/platform/WideText.h"
 
+namespace umpd {
 namespace {
 
 // The packet has no byte-order mark: `begin` stays empty.
@@ -33,7 +35,9 @@ constexpr std::u16string_view packetEnd =
 // Escaped text between the two; nothing at all for an empty text.
 void appendProperty(std::u16string& packet, std::u16string_view before, std::u16string_view text,
                     std::u16string_view after) {
-  if (text.empty()) return;
+  if (text.empty()) {
+    return;
+  }
   packet += before;
   packet += escapeXmlText(text);
   packet += after;
@@ -45,13 +49,15 @@ void appendDate(std::u16string& packet, std::u16string_view before, std::u16stri
   packet += u"'\n";
 }
 
-void appendPadded(std::u16string& text, int value, std::size_t width) {
-  const std::u16string digits = decimalText(static_cast<std::uint32_t>(value));
-  if (digits.size() < width) text.append(width - digits.size(), u'0');
+void appendPadded(std::u16string& text, int value, size_t width) {
+  const std::u16string digits = decimalText(static_cast<uint32_t>(value));
+  if (digits.size() < width) {
+    text.append(width - digits.size(), u'0');
+  }
   text += digits;
 }
 
-void appendOffset(std::u16string& text, std::int32_t bias) {
+void appendOffset(std::u16string& text, int32_t bias) {
   if (bias == 0) {
     text += u'Z';
     return;
@@ -66,8 +72,9 @@ void appendOffset(std::u16string& text, std::int32_t bias) {
 
 std::u16string buildXmpPacket(Clock& clock, const XmpProperties& properties) {
   std::u16string now;
-  if (properties.modifyDate.empty() || properties.createDate.empty())
+  if (properties.modifyDate.empty() || properties.createDate.empty()) {
     now = formatXmpDate(clock, clock.now());
+  }
   const auto orNow = [&now](std::u16string_view date) {
     return date.empty() ? std::u16string_view(now) : date;
   };
@@ -98,9 +105,11 @@ std::u16string buildXmpPacket(Clock& clock, const XmpProperties& properties) {
   return packet;
 }
 
-std::u16string formatXmpDate(Clock& clock, std::int64_t time) {
+std::u16string formatXmpDate(Clock& clock, int64_t time) {
   const std::optional<CalendarTime> local = clock.localTime(time);
-  if (!local) return {};
+  if (!local) {
+    return {};
+  }
   std::u16string text;
   appendPadded(text, local->year, 4);
   const auto appendField = [&text](char16_t separator, int value) {
@@ -115,3 +124,5 @@ std::u16string formatXmpDate(Clock& clock, std::int64_t time) {
   appendOffset(text, clock.timeZoneBias());
   return text;
 }
+
+}  // namespace umpd

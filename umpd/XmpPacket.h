@@ -7,6 +7,8 @@
 
 #include "umpd/platform/Platform.h"
 
+namespace umpd {
+
 // Plain text, but for the dates, which stand in the packet as they are given. An empty date is the
 // present moment; any other empty property is left out.
 struct XmpProperties {
@@ -24,4 +26,6 @@ std::u16string buildXmpPacket(Clock& clock, const XmpProperties& properties);
 
 // "2026-11-21T12:36:08+01:00". The offset is always that of standard time, also when the local time
 // before it is daylight saving's. Empty if the calendar does not reach to `time`.
-std::u16string formatXmpDate(Clock& clock, std::int64_t time);
+std::u16string formatXmpDate(Clock& clock, int64_t time);
+
+}  // namespace umpd

@@ -19,7 +19,7 @@ void runStartupTexts(Interpreter& ps) {
       ps.run(text);
     }
   } catch (Ex& ex) {
-    debugOutput((std::string("Exception in Procset:") + ex.report()).c_str());
+    quillpress::debugOutput((std::string("Exception in Procset:") + ex.report()).c_str());
   }
 }
 

@@ -78,7 +78,7 @@ void Interpreter::listUnknownNames(const char* bytes, size_t length) {
     }
   }
   for (const auto& [name, count] : unknown) {
-    debugOutput((name + " (" + std::to_string(count) + ")\n").c_str());
+    quillpress::debugOutput((name + " (" + std::to_string(count) + ")\n").c_str());
   }
 }
 

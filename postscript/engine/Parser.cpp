@@ -7,7 +7,7 @@
 #include "postscript/values/Ex.h"
 #include "postscript/values/IntegerObject.h"
 #include "postscript/values/NameObject.h"
-#include "postscript/values/NumberUtils.h"
+#include "postscript/values/NumberToken.h"
 #include "postscript/values/RealObject.h"
 #include "postscript/values/StringObject.h"
 #include "postscript/values/VirtualMemory.h"
@@ -184,10 +184,11 @@ PostscriptObject* Parser::stepScan() {
 
 PostscriptObject* Parser::finishedToken() {
   PostscriptObject* object = nullptr;
-  if (const auto integer = readInteger(token)) {
-    object = new IntegerObject(*integer);
-  } else if (const auto real = readReal(token)) {
-    object = new RealObject(*real);
+  const NumberToken number = readNumber(token);
+  if (number.kind == NumberToken::Kind::integer) {
+    object = new IntegerObject(number.integer);
+  } else if (number.kind == NumberToken::Kind::real) {
+    object = new RealObject(number.real);
   } else {
     object = new NameObject(token);
   }

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "postscript/engine/Operands.h"
+#include "postscript/values/NumberToken.h"
 
 namespace postscript {
 

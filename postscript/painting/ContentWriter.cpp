@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "postscript/values/NumberUtils.h"
+#include "postscript/values/NumberText.h"
 
 namespace postscript {
 

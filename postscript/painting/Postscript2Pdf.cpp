@@ -53,7 +53,7 @@ bool Postscript2Pdf::convertOn(std::string_view piece) noexcept {
       const std::string_view report = ex.report();
       errorText = "Exception:";
       errorText += report;
-      debugOutput(errorText.c_str());
+      quillpress::debugOutput(errorText.c_str());
       reportFailure(report.substr(0, report.find_last_not_of('\n') + 1));
     } catch (const std::exception& failure) {
       reportFailure(failure.what());

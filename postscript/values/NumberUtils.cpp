@@ -1,8 +1,5 @@
 #include "postscript/values/NumberUtils.h"
 
-#include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <limits>
 
 #include "postscript/values/Ex.h"
@@ -10,113 +7,6 @@
 #include "postscript/values/RealObject.h"
 
 namespace postscript {
-
-namespace {
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-bool isSpace(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-// 36 for no digit of any base.
-int digitValue(char c) {
-  if (isDigit(c)) {
-    return c - '0';
-  }
-  if (c >= 'a' && c <= 'z') {
-    return c - 'a' + 10;
-  }
-  if (c >= 'A' && c <= 'Z') {
-    return c - 'A' + 10;
-  }
-  return 36;
-}
-
-// The C library's strtol for 32 bits, as a rule of its own so that every platform's gives the same:
-// white space, a sign, "0x" in the bases 0 and 16, octal for a leading 0 in base 0; saturates.
-// Gives nothing unless the whole text was used.
-std::optional<int32_t> wholeNumber(std::string_view text, int base) {
-  if (base == 1 || base > 36) {
-    return std::nullopt;
-  }
-  size_t at = 0;
-  while (at < text.size() && isSpace(text[at])) {
-    ++at;
-  }
-  const bool negative = at < text.size() && text[at] == '-';
-  if (at < text.size() && (text[at] == '-' || text[at] == '+')) {
-    ++at;
-  }
-  const bool zeroFirst = at < text.size() && text[at] == '0';
-  const bool hexadecimal = zeroFirst && at + 2 < text.size() &&
-                           (text[at + 1] == 'x' || text[at + 1] == 'X') &&
-                           digitValue(text[at + 2]) < 16;
-  if ((base == 0 || base == 16) && hexadecimal) {
-    base = 16;
-    at += 2;
-  } else if (base == 0) {
-    base = zeroFirst ? 8 : 10;
-  }
-  const size_t digits = at;
-  int64_t value = 0;
-  for (; at < text.size() && digitValue(text[at]) < base; ++at) {
-    value = std::min(value * base + digitValue(text[at]), int64_t{1} << 40);
-  }
-  if (at == digits || at < text.size()) {
-    return std::nullopt;
-  }
-  if (negative) {
-    value = -value;
-  }
-  if (value > std::numeric_limits<int32_t>::max()) {
-    return std::numeric_limits<int32_t>::max();
-  }
-  if (value < std::numeric_limits<int32_t>::min()) {
-    return std::numeric_limits<int32_t>::min();
-  }
-  return static_cast<int32_t>(value);
-}
-
-std::optional<int32_t> readRadix(std::string_view token) {
-  if (token.size() > 2 && token[1] == '#' && isDigit(token[0])) {
-    if (auto number = wholeNumber(token.substr(2), token[0] - '0')) {
-      return number;
-    }
-  }
-  if (token.size() > 3 && token[2] == '#' && isDigit(token[0]) && isDigit(token[1])) {
-    return wholeNumber(token.substr(3), (token[0] - '0') * 10 + (token[1] - '0'));
-  }
-  return std::nullopt;
-}
-
-bool hasRealForm(std::string_view token) {
-  int exponents = 0;
-  int points = 0;
-  for (size_t i = 0; i < token.size(); ++i) {
-    const char c = token[i];
-    if (isDigit(c)) {
-      continue;
-    }
-    const bool sign = i == 0 && (c == '+' || c == '-');
-    const bool exponent = (c == 'e' || c == 'E') && exponents++ == 0;
-    const bool point = c == '.' && points++ == 0;
-    if (!sign && !exponent && !point) {
-      return false;
-    }
-  }
-  return true;
-}
-
-// Whether the digits in front of an exponent hold more than zeros.
-bool hasNonzeroDigit(std::string_view token) {
-  return token.substr(0, token.find_first_of("eE")).find_first_of("123456789") !=
-         std::string_view::npos;
-}
-
-}  // namespace
 
 double numberValue(const PostscriptObject& object) {
   if (const auto* integer = as<IntegerObject>(&object)) {
@@ -145,56 +35,6 @@ int32_t wrappingSubtract(int32_t a, int32_t b) {
 
 int32_t wrappingMultiply(int32_t a, int32_t b) {
   return static_cast<int32_t>(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
-}
-
-std::optional<int32_t> readInteger(std::string_view token) {
-  if (auto number = readRadix(token)) {
-    return number;
-  }
-  if (token.empty()) {
-    return std::nullopt;
-  }
-  const bool sign = token[0] == '-' || token[0] == '+';
-  for (size_t i = sign ? 1 : 0; i < token.size(); ++i) {
-    if (!isDigit(token[i])) {
-      return std::nullopt;
-    }
-  }
-  // A lone sign is 0.
-  return token.size() == 1 && sign ? 0 : wholeNumber(token, 10);
-}
-
-std::optional<double> readReal(std::string_view token) {
-  if (!hasRealForm(token)) {
-    return std::nullopt;
-  }
-  const bool negative = !token.empty() && token[0] == '-';
-  if (!token.empty() && (token[0] == '-' || token[0] == '+')) {
-    token.remove_prefix(1);
-  }
-  double value = 0;
-  const auto [end, error] = std::from_chars(token.data(), token.data() + token.size(), value);
-  if (error == std::errc::invalid_argument) {
-    return 0.0;
-  }
-  const bool outOfRange = error == std::errc::result_out_of_range || std::isinf(value) ||
-                          (value < std::numeric_limits<double>::min() && hasNonzeroDigit(token));
-  if (outOfRange) {
-    return std::nullopt;
-  }
-  return negative ? -value : value;
-}
-
-void appendFixed(std::string& text, double value, int decimals) {
-  if (std::isnan(value)) {
-    text += "nan";
-    return;
-  }
-  // The longest finite double has 309 digits in front of the point.
-  char digits[352];
-  const auto end =
-      std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, decimals);
-  text.append(digits, end.ptr);
 }
 
 }  // namespace postscript

@@ -1,11 +1,7 @@
-// NumberUtils: numbers out of objects and texts, and into texts, by rules that hang on neither
-// locale nor platform.
+// NumberUtils: the numbers of objects, and arithmetic with a defined answer for every value.
 #pragma once
 
 #include <cstdint>
-#include <optional>
-#include <string>
-#include <string_view>
 
 #include "postscript/values/PostscriptObject.h"
 
@@ -23,16 +19,5 @@ int32_t toInt32(double value);
 int32_t wrappingAdd(int32_t a, int32_t b);
 int32_t wrappingSubtract(int32_t a, int32_t b);
 int32_t wrappingMultiply(int32_t a, int32_t b);
-
-// A token's text as an integer: 16#FF, then digits behind an optional sign, saturated at 32 bits.
-// Nothing when it is none.
-std::optional<int32_t> readInteger(std::string_view token);
-// A token's text as a real: digits, one point, one exponent letter, a sign in front only. A text
-// that passes without any digit is 0. Nothing when it is none, or out of range.
-std::optional<double> readReal(std::string_view token);
-
-// Appends the exact decimal value, rounded to so many decimals with ties to even, as "%.Nf" does;
-// "inf", "-inf" and "nan".
-void appendFixed(std::string& text, double value, int decimals);
 
 }  // namespace postscript

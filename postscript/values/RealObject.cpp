@@ -2,7 +2,7 @@
 
 #include "postscript/values/Ex.h"
 #include "postscript/values/IntegerObject.h"
-#include "postscript/values/NumberUtils.h"
+#include "postscript/values/NumberText.h"
 
 namespace postscript {
 

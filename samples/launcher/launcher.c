@@ -10,9 +10,10 @@
  *   _event   the library sets it: a message is in the record
  *   _end     the launcher sets it: the message is taken
  *
- * This one makes a PDF file of each job that is PostScript, with the command that the printer's
- * setting "ConvertCmdLine" names. While the library waits for the answer, no other job of the
- * machine moves: so it is given at once, and a thread does the work. Start reading at serve.
+ * This one makes a PDF file of each job that is PostScript, with quillpress.exe from its own folder
+ * or with the command that the printer's setting "ConvertCmdLine" names. While the library waits
+ * for the answer, no other job of the machine moves: so it is given at once, and a thread does the
+ * work. Start reading at serve.
  */
 #include <stdatomic.h>
 #include <stdbool.h>
@@ -39,6 +40,7 @@ typedef struct Job {
   wchar_t pdf[pathSize];
   wchar_t postScript[pathSize]; /* where its bytes are meanwhile, if they could be moved */
   bool isAside;
+  wchar_t log[pathSize]; /* what the converter says */
   wchar_t convertCmdLine[settingSize];
   wchar_t command[commandSize];
 } Job;
@@ -68,14 +70,7 @@ static bool beginsWith(const wchar_t* path, const char* mark) {
   return isRead && length >= strlen(mark) && memcmp(start, mark, strlen(mark)) == 0;
 }
 
-static bool isEmptyFile(const wchar_t* path) {
-  WIN32_FILE_ATTRIBUTE_DATA data;
-  return GetFileAttributesExW(path, GetFileExInfoStandard, &data) && data.nFileSizeHigh == 0 &&
-         data.nFileSizeLow == 0;
-}
-
-/* The printer's settings stand in a key that is named as the printer, with commas for
-   backslashes. */
+/* The printer's settings are in a key that is named as the printer, with commas for backslashes. */
 static bool readConvertCmdLine(const char* printerName, wchar_t* setting) {
   wchar_t name[launcherFieldSize];
   wchar_t key[launcherFieldSize + 32];
@@ -89,6 +84,18 @@ static bool readConvertCmdLine(const char* printerName, wchar_t* setting) {
                       &size) == ERROR_SUCCESS;
 }
 
+/* Without the setting, the program that is installed with the launcher converts. */
+static bool findConverter(const char* printerName, wchar_t* setting) {
+  wchar_t folder[MAX_PATH];
+  if (readConvertCmdLine(printerName, setting)) return true;
+  const DWORD length = GetModuleFileNameW(NULL, folder, ARRAYSIZE(folder));
+  wchar_t* const name = wcsrchr(folder, L'\\');
+  if (length == 0 || length == ARRAYSIZE(folder) || name == NULL) return false;
+  *name = L'\0';
+  return SUCCEEDED(StringCchPrintfW(setting, settingSize,
+                                    L"\"%ls\\quillpress.exe\" convert \"%%1\" \"%%2\"", folder));
+}
+
 /* Moves the job's bytes to name.ps, or to name.2.ps and so on: never over a file. An empty file
    keeps the name that they had. The library names no other job meanwhile, as it waits. */
 static bool moveAside(Job* job) {
@@ -100,6 +107,7 @@ static bool moveAside(Job* job) {
   }
   const HANDLE keeper = CreateFileW(job->pdf, GENERIC_WRITE, 0, NULL, CREATE_NEW, 0, NULL);
   if (keeper != INVALID_HANDLE_VALUE) CloseHandle(keeper);
+  StringCchPrintfW(job->log, pathSize, L"%ls.log", job->postScript);
   return true;
 }
 
@@ -110,7 +118,7 @@ static Job* takeJob(const LauncherStruct* message) {
   widen(message->outputFile, job->pdf);
   const size_t length = wcslen(job->pdf);
   if (length > 4 && _wcsicmp(job->pdf + length - 4, L".pdf") == 0 && beginsWith(job->pdf, "%!") &&
-      readConvertCmdLine(message->printerName, job->convertCmdLine)) {
+      findConverter(message->printerName, job->convertCmdLine)) {
     job->isAside = moveAside(job);
     return job;
   }
@@ -133,45 +141,57 @@ static bool writeCommand(Job* job) {
   return true;
 }
 
-/* Wine starts programs of the Unix below, and gives no handle to wait for. They have to put the
-   whole file in the place of the empty one at once, or to remove that when they fail. */
-static bool awaitFile(const wchar_t* path) {
-  for (int waited = 0; isEmptyFile(path) && waited < conversionTime; waited += lookAgain) {
-    Sleep(lookAgain);
-  }
-  return !isEmptyFile(path);
-}
-
-static bool awaitProcess(const PROCESS_INFORMATION* process) {
+static DWORD awaitProcess(const PROCESS_INFORMATION* process) {
   DWORD status = EXIT_FAILURE;
   if (WaitForSingleObject(process->hProcess, conversionTime) == WAIT_TIMEOUT)
     TerminateProcess(process->hProcess, EXIT_FAILURE);
   GetExitCodeProcess(process->hProcess, &status);
   CloseHandle(process->hThread);
   CloseHandle(process->hProcess);
-  return status == EXIT_SUCCESS;
+  return status;
 }
 
-static bool runConverter(Job* job) {
-  STARTUPINFOW startup = {
-      .cb = sizeof startup, .dwFlags = STARTF_USESHOWWINDOW, .wShowWindow = SW_HIDE};
+/* Returns the converter's exit status. What it says goes to the log. */
+static DWORD runWithLog(Job* job, HANDLE log) {
+  STARTUPINFOW startup = {.cb = sizeof startup,
+                          .dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES,
+                          .wShowWindow = SW_HIDE,
+                          .hStdOutput = log,
+                          .hStdError = log};
   PROCESS_INFORMATION process = {0};
-  if (!writeCommand(job) ||
-      !CreateProcessW(NULL, job->command, NULL, NULL, FALSE, 0, NULL, NULL, &startup, &process))
-    return false;
-  return process.hProcess != NULL ? awaitProcess(&process) : awaitFile(job->pdf);
+  if (!writeCommand(job) || !CreateProcessW(NULL, job->command, NULL, NULL, TRUE, CREATE_NO_WINDOW,
+                                            NULL, NULL, &startup, &process))
+    return EXIT_FAILURE;
+  return awaitProcess(&process);
 }
 
-/* The PostScript goes when there is a PDF file in its place, and not before. */
+static DWORD runConverter(Job* job) {
+  SECURITY_ATTRIBUTES inherited = {.nLength = sizeof inherited, .bInheritHandle = TRUE};
+  const HANDLE log = CreateFileW(job->log, GENERIC_WRITE, FILE_SHARE_READ, &inherited,
+                                 CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, NULL);
+  const DWORD status = runWithLog(job, log);
+  if (log != INVALID_HANDLE_VALUE) CloseHandle(log);
+  if (status == EXIT_SUCCESS) DeleteFileW(job->log);
+  return status;
+}
+
+/* The PostScript goes when a PDF file that holds all of it is in its place, and not before. */
 static DWORD WINAPI convert(void* argument) {
   Job* const job = argument;
   if (!job->isAside) {
     complain(L"The job could not be moved aside, and is PostScript still:", job->pdf);
-  } else if (runConverter(job) && beginsWith(job->pdf, "%PDF-")) {
-    DeleteFileW(job->postScript);
   } else {
-    DeleteFileW(job->pdf);
-    complain(L"The job could not be made a PDF file. Its PostScript is kept:", job->postScript);
+    const DWORD status = runConverter(job);
+    const bool isMade = beginsWith(job->pdf, "%PDF-");
+    if (isMade && status == EXIT_SUCCESS) {
+      DeleteFileW(job->postScript);
+    } else if (isMade) {
+      complain(L"The PDF file lacks something of the job, whose PostScript is kept:",
+               job->postScript);
+    } else {
+      DeleteFileW(job->pdf);
+      complain(L"The job could not be made a PDF file. Its PostScript is kept:", job->postScript);
+    }
   }
   free(job);
   --jobsInHand;

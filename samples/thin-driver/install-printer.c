@@ -2,11 +2,12 @@
  * install-printer FOLDER
  *
  * Installs the printer "Tarnwick Quillpress" and a driver of that name, which consists of the files
- * in the folder: tqpumpd2k.dll, its launcher tqpmsnd.exe, and tqpconf.ini with the settings that
- * every user's printer gets. May be run again when they have changed.
+ * in the folder: tqpumpd2k.dll, its launcher tqpmsnd.exe, the program quillpress.exe that the
+ * launcher converts with, and tqpconf.ini with the settings that every user's printer gets. May be
+ * run again when they have changed.
  *
- * No page is rendered here and no dialog shown, so two of the files stand where a product names its
- * own for that. Exit status 0: installed; 1: not; 2: wrong usage.
+ * No page is rendered here and no dialog shown, so two of the files are named where a product names
+ * its own for that. Exit status 0: installed; 1: not; 2: wrong usage.
  */
 #include <stdbool.h>
 #include <stdio.h>
@@ -31,18 +32,25 @@ static bool findFile(wchar_t path[MAX_PATH], const wchar_t* folder, const wchar_
 static bool installDriver(const wchar_t* folder) {
   wchar_t library[MAX_PATH];
   wchar_t settings[MAX_PATH];
-  wchar_t launcher[MAX_PATH + 1]; /* a list of files, which an empty name ends */
+  wchar_t launcher[MAX_PATH];
+  wchar_t converter[MAX_PATH];
+  wchar_t programs[2 * MAX_PATH + 1] = L"";
   if (!findFile(library, folder, L"tqpumpd2k.dll") || !findFile(settings, folder, L"tqpconf.ini") ||
-      !findFile(launcher, folder, L"tqpmsnd.exe"))
+      !findFile(launcher, folder, L"tqpmsnd.exe") ||
+      !findFile(converter, folder, L"quillpress.exe"))
     return false;
-  launcher[wcslen(launcher) + 1] = L'\0';
+  /* A list of paths, each with its terminator, which an empty path ends. */
+  wchar_t* end = programs;
+  size_t room = ARRAYSIZE(programs);
+  StringCchCopyExW(end, room, launcher, &end, &room, 0);
+  StringCchCopyW(end + 1, room - 1, converter);
 
   DRIVER_INFO_3W driver = {.cVersion = 3,
                            .pName = printerName,
                            .pDriverPath = library,
                            .pDataFile = settings,
                            .pConfigFile = settings,
-                           .pDependentFiles = launcher};
+                           .pDependentFiles = programs};
   return AddPrinterDriverExW(NULL, 3, (BYTE*)&driver,
                              APD_COPY_ALL_FILES | APD_COPY_FROM_DIRECTORY) ||
          failWithReason(L"install the driver", printerName,

@@ -35,7 +35,9 @@ class Converter {
     const std::vector<char> bytes(program.begin(), program.end());
     auto length = static_cast<int32_t>(bytes.size());
     const char* text = PSConvertToPdf(handle, bytes.data(), &length);
-    if (!text) return std::nullopt;
+    if (!text) {
+      return std::nullopt;
+    }
     EXPECT_EQ(text[length], '\0');
     return std::string(text, static_cast<size_t>(length));
   }

@@ -4,9 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstring>
-
-#include "postscript/converter/StartupTexts.h"
 #include "postscript/engine/Interpreter.h"
 #include "support/DebugOutput.h"
 
@@ -47,12 +44,6 @@ const std::string image = "4001 1 8 [] (" + std::string(4001, 'x') + ") image ";
 const std::string definePattern =
     "/P 9 dict dup begin /XStep 1 def /YStep 1 def /PaintProc {pop} def end def ";
 
-TEST_F(Postscript2PdfTest, HasTextsToStartWith) {
-  EXPECT_EQ(std::strlen(startupTexts[0]), 783U);
-  EXPECT_EQ(std::strlen(startupTexts[1]), 2095U);
-  EXPECT_EQ(std::strlen(startupTexts[2]), 241U);
-}
-
 TEST_F(Postscript2PdfTest, TracksFontsAndColorSpaces) {
   const GraphicsState& fresh = converter.topState();
   EXPECT_EQ(fresh.fontName, "Helvetica");
@@ -90,10 +81,10 @@ TEST_F(Postscript2PdfTest, NamesSavesOverTheProcess) {
 
 TEST_F(Postscript2PdfTest, TellsFailuresToTheDebugger) {
   static std::string heard;
-  debugReceiver = [](const char* text) { heard += text; };
+  quillpress::debugReceiver = [](const char* text) { heard += text; };
   convert("nosuch ");
   convert("(a) 1 (b) {pop} for ");
-  debugReceiver = nullptr;
+  quillpress::debugReceiver = nullptr;
   EXPECT_EQ(heard, "Exception:[ameObject:25] NOTHING TO EXECUTE for nosuch\n");
 }
 

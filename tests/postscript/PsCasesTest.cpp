@@ -1,21 +1,27 @@
-// Runs the cases of tests/ps, and each again cut in two calls at every byte. A case is one line of
-// a .ps file, a program and what it must lead to:
+// Runs the cases of tests/ps, and each again cut in two calls at every byte.
 //
-//   PROGRAM %= KEY "VALUE" KEY "VALUE" ...
+//   %% name of the case
+//   PROGRAM  %key value %key value
 //
-// Keys: content (the PDF text), prints (the print buffer), stack (the operand stack from the
-// bottom, each object as == shows it, with blanks between), error (the failures' reports without
-// "Exception:", ×N behind one that comes N times in a row), and nocut without a value (the program
-// may not be cut in two). What has no key is not looked at, but a program without error must not
-// fail. A line feed is put behind the program. In programs and values ␊ and the other control
-// pictures stand for control bytes, ␛ and two hexadecimal digits for any byte, and ‖ cuts a program
-// into calls. Lines that begin with % and empty lines are no cases.
+// A case has a name and one or more rows, each run by a converter of its own. A row is a program
+// and what it must lead to, on as many lines as it takes; a line end in a program is one blank.
+// Keys: pdf (the text of the page), stack (the operand stack from the bottom, each object as ==
+// shows it), prints (what it printed), error (the report of a failed call; ×3 after one that comes
+// three times in a row), nothing, and nocut (the program may not be cut in two). A key that comes
+// again continues its value. What has no key must be empty.
+//
+// ‖ cuts a program into calls; the last call ends with a line feed. ␊ and the other control
+// pictures are control bytes, ␛ and two hexadecimal digits any byte, ␠ a blank at either end of a
+// value. Reals on the stack are shown without the zeros at their end, and [/ in a report is
+// [ostscript/lib/. Lines that begin with a % and a blank are comments.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
-#include <optional>
+#include <regex>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -25,29 +31,45 @@
 
 namespace {
 
-struct PsCase {
-  std::string name;  // file and line
-  std::vector<std::string> calls;
-  std::optional<std::string> content, prints, stack, error;
-  bool mayBeCut = true;
-};
-
-// What a program led to.
+// What a program leads to, as bytes, or as it is written in a case.
 struct PsOutcome {
-  std::string content, prints, stack, error;
+  std::string pdf, stack, prints, error;
   bool operator==(const PsOutcome&) const = default;
 };
 
-// What GoogleTest shows of a value in a failure.
+struct PsRow {
+  int line = 0;
+  std::string program;
+  PsOutcome expected;
+  bool isComplete = false;  // has a key
+  bool mayBeCut = true;
+};
+
+struct PsCase {
+  std::string file, name;
+  std::vector<PsRow> rows;
+};
+
+// What GoogleTest shows of a case in a list or a failure.
 void PrintTo(const PsCase& psCase, std::ostream* out) {
   *out << psCase.name;
 }
-void PrintTo(const PsOutcome& outcome, std::ostream* out) {
-  *out << "content: " << outcome.content << "\nprints: " << outcome.prints
-       << "\nstack: " << outcome.stack << "\nerror: " << outcome.error;
+
+constexpr std::string_view callCut = "‖", blankPicture = "␠";
+constexpr std::array<std::string_view, 6> keys = {"pdf",   "stack",   "prints",
+                                                  "error", "nothing", "nocut"};
+
+std::string replaced(std::string text, std::string_view what, std::string_view by) {
+  for (size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += by.size()) {
+    text.replace(at, what.size(), by);
+  }
+  return text;
 }
 
-constexpr std::string_view callCut = "‖";
+std::string trimmed(std::string_view text) {
+  const size_t begin = std::min(text.find_first_not_of(' '), text.size());
+  return std::string(text.substr(begin, text.find_last_not_of(' ') + 1 - begin));
+}
 
 // Control pictures are E2 90 80 and on in UTF-8, in the order of the control bytes.
 std::string decoded(std::string_view text) {
@@ -68,6 +90,104 @@ std::string decoded(std::string_view text) {
   return bytes;
 }
 
+std::string encoded(std::string_view bytes) {
+  constexpr char digits[] = "0123456789ABCDEF";
+  std::string text;
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte == 0x1b || byte >= 0x7f) {
+      text.append("␛").append({digits[byte >> 4], digits[byte & 15]});
+    } else if (byte < 0x20) {
+      text.append({'\xE2', '\x90', static_cast<char>(0x80 + byte)});
+    } else {
+      text += c;
+    }
+  }
+  return text;
+}
+
+// The outcome as a case has it.
+PsOutcome encoded(const PsOutcome& outcome) {
+  static const std::regex zerosAtTheEnd(R"((\.\d+?)0+(?!\d))");
+  return {encoded(outcome.pdf), std::regex_replace(encoded(outcome.stack), zerosAtTheEnd, "$1"),
+          encoded(outcome.prints), replaced(outcome.error, "[ostscript/lib/", "[/")};
+}
+
+// Where a key of the line begins, at its %; the line's size if there is none.
+size_t findKey(std::string_view line, size_t from) {
+  for (size_t at = from; (at = line.find('%', at)) != std::string_view::npos; ++at) {
+    const std::string_view word = line.substr(at + 1, line.substr(at + 1).find(' '));
+    if ((at == 0 || line[at - 1] == ' ') && std::ranges::find(keys, word) != keys.end()) return at;
+  }
+  return line.size();
+}
+
+void addExpectation(PsRow& row, std::string_view keyAndValue) {
+  const size_t keyEnd = std::min(keyAndValue.find(' '), keyAndValue.size());
+  const std::string_view key = keyAndValue.substr(1, keyEnd - 1);
+  const std::string value = replaced(trimmed(keyAndValue.substr(keyEnd)), blankPicture, " ");
+  const auto append = [&](std::string& text, std::string_view separator) {
+    text.append(text.empty() ? "" : separator).append(value);
+  };
+  row.isComplete = row.isComplete || key != "nocut";
+  row.mayBeCut = row.mayBeCut && key != "nocut" && key != "error";
+  if (key == "pdf") {
+    append(row.expected.pdf, "");
+  } else if (key == "stack") {
+    append(row.expected.stack, " ");
+  } else if (key == "prints") {
+    append(row.expected.prints, "");
+  } else if (key == "error") {
+    append(row.expected.error, "\n");
+  }
+}
+
+void addLine(std::vector<PsRow>& rows, int number, std::string_view line) {
+  size_t key = findKey(line, 0);
+  const std::string program = trimmed(line.substr(0, key));
+  if (!program.empty()) {
+    if (rows.empty() || rows.back().isComplete) rows.emplace_back().line = number;
+    rows.back().program.append(rows.back().program.empty() ? "" : " ").append(program);
+  }
+  for (size_t next; key < line.size() && !rows.empty(); key = next) {
+    next = findKey(line, key + 1);
+    addExpectation(rows.back(), line.substr(key, next - key));
+  }
+}
+
+std::vector<PsCase> readPsFile(const std::filesystem::path& file) {
+  std::vector<PsCase> cases;
+  std::ifstream stream(file);
+  std::string line;
+  for (int number = 1; std::getline(stream, line); ++number) {
+    if (line.starts_with("%% ")) {
+      cases.push_back({file.string(), line.substr(3), {}});
+    } else if (!line.empty() && !line.starts_with("% ")) {
+      addLine(cases.at(cases.size() - 1).rows, number, line);
+    }
+  }
+  return cases;
+}
+
+// All cases of all files of the folder. A row that expects nothing ends the process.
+std::vector<PsCase> readPsCases(const std::string& folder) {
+  std::set<std::filesystem::path> files;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    if (entry.path().extension() == ".ps") files.insert(entry.path());
+  }
+  std::vector<PsCase> cases;
+  for (const auto& file : files) {
+    std::ranges::move(readPsFile(file), std::back_inserter(cases));
+  }
+  for (const PsCase& psCase : cases) {
+    for (const PsRow& row : psCase.rows) {
+      if (!row.isComplete)
+        throw std::invalid_argument(psCase.file + ": no key after " + row.program);
+    }
+  }
+  return cases;
+}
+
 std::vector<std::string> callsOf(std::string_view program) {
   std::vector<std::string> calls;
   for (;;) {
@@ -80,43 +200,22 @@ std::vector<std::string> callsOf(std::string_view program) {
   return calls;
 }
 
-PsCase parsePsCase(const std::string& name, const std::string& line) {
-  PsCase psCase{name, {}, {}, {}, {}, {}, true};
-  const size_t mark = line.find(" %=");
-  if (mark == std::string::npos) throw std::invalid_argument(name + ": malformed");
-  psCase.calls = callsOf(line.substr(0, mark));
-  size_t at = mark + 3;
-  while ((at = line.find_first_not_of(' ', at)) != std::string::npos) {
-    const size_t keyEnd = std::min(line.find(' ', at), line.size());
-    const std::string key = line.substr(at, keyEnd - at);
-    at = keyEnd;
-    if (key == "nocut") {
-      psCase.mayBeCut = false;
-      continue;
-    }
-    auto* value = key == "content"  ? &psCase.content
-                  : key == "prints" ? &psCase.prints
-                  : key == "stack"  ? &psCase.stack
-                  : key == "error"  ? &psCase.error
-                                    : nullptr;
-    const size_t open = line.find('"', at);
-    const size_t close = open == std::string::npos ? open : line.find('"', open + 1);
-    if (!value || close == std::string::npos) throw std::invalid_argument(name + ": malformed");
-    *value = decoded(line.substr(open + 1, close - open - 1));
-    at = close + 1;
-  }
-  return psCase;
-}
-
-// The reports of all calls; one that comes several times in a row has their number behind it.
+// The reports of all calls, a line each; one that comes several times in a row has their number
+// after it.
 std::string joined(const std::vector<std::string>& reports) {
   std::string text;
   for (size_t i = 0, times = 1; i < reports.size(); i += times, times = 1) {
     while (i + times < reports.size() && reports[i + times] == reports[i]) ++times;
-    text += reports[i];
-    if (times > 1) text += "×" + std::to_string(times);
+    text.append(text.empty() ? "" : "\n").append(reports[i]);
+    if (times > 1) text += " ×" + std::to_string(times);
   }
   return text;
+}
+
+std::string reportOf(const std::string& errorText) {
+  if (errorText.empty()) return "(no text)";
+  const size_t begin = std::min(std::string_view("Exception:").size(), errorText.size());
+  return errorText.substr(begin, errorText.size() - begin - (errorText.ends_with('\n') ? 1 : 0));
 }
 
 std::string stackText(const postscript::ObjectStack& stack) {
@@ -128,75 +227,76 @@ std::string stackText(const postscript::ObjectStack& stack) {
   return text;
 }
 
-// All cases of all files of the folder. A malformed line ends the process.
-std::vector<PsCase> readPsCases(const std::string& folder) {
-  std::vector<std::filesystem::path> files;
-  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-    if (entry.path().extension() == ".ps") files.push_back(entry.path());
-  }
-  std::sort(files.begin(), files.end());
-  std::vector<PsCase> cases;
-  for (const auto& file : files) {
-    std::ifstream stream(file);
-    std::string line;
-    for (int number = 1; std::getline(stream, line); ++number) {
-      if (line.empty() || line[0] == '%') continue;
-      cases.push_back(parsePsCase(file.stem().string() + "_" + std::to_string(number), line));
-    }
-  }
-  return cases;
-}
-
 // Runs the calls on a fresh converter.
 PsOutcome runPs(const std::vector<std::string>& calls) {
   constexpr float identity[] = {1, 0, 0, 1, 0, 0};
-  const auto opened = postscript::openConverter(identity);
-  postscript::Postscript2Pdf& converter = *opened;
+  const auto converter = postscript::openConverter(identity);
   PsOutcome outcome;
   std::vector<std::string> reports;
   for (const std::string& call : calls) {
     auto length = static_cast<int32_t>(call.size());
     // A buffer of its own size, so that a read past its end is seen.
     const std::vector<char> bytes(call.begin(), call.end());
-    converter.errorText.clear();
-    const char* text = converter.convert(bytes.data(), &length);
-    if (text) {
-      outcome.content.append(text, static_cast<size_t>(length));
+    converter->errorText.clear();
+    if (const char* text = converter->convert(bytes.data(), &length)) {
+      outcome.pdf.append(text, static_cast<size_t>(length));
     } else {
-      const std::string& error = converter.errorText;
-      reports.push_back(error.empty() ? "(no text)"
-                                      : error.substr(std::min<size_t>(10, error.size())));
+      reports.push_back(reportOf(converter->errorText));
     }
-    outcome.prints += converter.interpreter->printBuffer;
+    outcome.prints += converter->interpreter->printBuffer;
   }
   outcome.error = joined(reports);
-  outcome.stack = stackText(converter.interpreter->operandStack);
+  outcome.stack = stackText(converter->interpreter->operandStack);
   return outcome;
 }
 
-class PsCases : public testing::TestWithParam<PsCase> {};
+class PsCases : public testing::TestWithParam<PsCase> {
+ protected:
+  // A failure at the row's line with case, expected and got on lines of their own. how: in how many
+  // pieces.
+  static void expectSame(const PsRow& row, const std::string& how, const PsOutcome& expected,
+                         const PsOutcome& got) {
+    const auto compare = [&](const char* key, const std::string& left, const std::string& right) {
+      if (left == right) return;
+      ADD_FAILURE_AT(GetParam().file.c_str(), row.line)
+          << "case:     " << GetParam().name << how << "\nprogram:  " << row.program
+          << "\nkey:      " << key << "\nexpected: " << left << "\ngot:      " << right;
+    };
+    compare("pdf", expected.pdf, got.pdf);
+    compare("stack", expected.stack, got.stack);
+    compare("prints", expected.prints, got.prints);
+    compare("error", expected.error, got.error);
+  }
+};
 
 TEST_P(PsCases, LeadToWhatTheySay) {
-  const PsCase& psCase = GetParam();
-  const PsOutcome outcome = runPs(psCase.calls);
-  EXPECT_EQ(outcome.error, psCase.error.value_or(""));
-  EXPECT_EQ(outcome.content, psCase.content.value_or(outcome.content));
-  EXPECT_EQ(outcome.prints, psCase.prints.value_or(outcome.prints));
-  EXPECT_EQ(outcome.stack, psCase.stack.value_or(outcome.stack));
+  for (const PsRow& row : GetParam().rows) {
+    expectSame(row, "", row.expected, encoded(runPs(callsOf(row.program))));
+  }
 }
 
 // A failure loses the rest of its call, so programs that fail are not cut.
 TEST_P(PsCases, AreTheSameInTwoPieces) {
-  const PsCase& psCase = GetParam();
-  if (!psCase.mayBeCut || psCase.error || psCase.calls.size() != 1) return;
-  const std::string& program = psCase.calls[0];
-  const PsOutcome whole = runPs({program});
-  for (size_t cut = 0; cut <= program.size(); ++cut) {
-    ASSERT_EQ(runPs({program.substr(0, cut), program.substr(cut)}), whole) << "cut at " << cut;
+  for (const PsRow& row : GetParam().rows) {
+    const std::vector<std::string> calls = callsOf(row.program);
+    if (!row.mayBeCut || calls.size() != 1) continue;
+    const PsOutcome whole = runPs(calls);
+    for (size_t cut = 0; cut <= calls[0].size(); ++cut) {
+      const PsOutcome pieces = runPs({calls[0].substr(0, cut), calls[0].substr(cut)});
+      if (pieces == whole) continue;
+      expectSame(row, ", cut at byte " + std::to_string(cut), encoded(whole), encoded(pieces));
+      break;
+    }
   }
 }
 
+// The file and the case's name, in the characters that test names may have.
+std::string testName(const testing::TestParamInfo<PsCase>& info) {
+  const std::string file = std::filesystem::path(info.param.file).stem().string();
+  return std::regex_replace(file + ' ' + info.param.name, std::regex("[^A-Za-z0-9]+"), "_");
+}
+
 INSTANTIATE_TEST_SUITE_P(Files, PsCases, testing::ValuesIn(readPsCases(QUILLPRESS_TESTS "/ps")),
-                         [](const auto& psCase) { return psCase.param.name; });
+                         testName);
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "tests/umpd/OnMachine.h"
 
+namespace umpd {
 namespace {
 
 TEST_F(OnMachine, TheDriverDirectoryHasItsVersionsSubdirectory) {
@@ -12,44 +13,44 @@ TEST_F(OnMachine, TheDriverDirectoryHasItsVersionsSubdirectory) {
                {WindowsRelease::nt4, u"D:\\drv\\2\\", u"wide"},
                {WindowsRelease::windows2000, u"D:\\drv\\3\\", u"wide"},
                {WindowsRelease::windows7, u"D:\\drv\\3\\", u"wide"}};
-  machine.spooler.driverDirectoryPath = u"D:\\drv";
+  machine_.spooler.driverDirectoryPath = u"D:\\drv";
   for (const auto& each : cases) {
-    simulated.become(each.release);
-    platform.process = {};
-    EXPECT_EQ(getDriverDirectory(platform, 260), each.directory);
-    EXPECT_EQ(machine.journal.last("driverDirectory"), each.call);
+    simulated_.become(each.release);
+    platform_.process = {};
+    EXPECT_EQ(getDriverDirectory(platform_, 260), each.directory);
+    EXPECT_EQ(machine_.journal.last("driverDirectory"), each.call);
   }
 }
 
 TEST_F(OnMachine, TheDriverDirectoryIsAskedForOnce) {
-  machine.spooler.driverDirectoryPath = u"D:\\drv";
-  EXPECT_EQ(getDriverDirectory(platform, 0), std::nullopt);
-  machine.journal.failAlways("driverDirectory");
-  EXPECT_EQ(getDriverDirectory(platform, 260), std::nullopt);
-  machine.journal.failAlways("driverDirectory", false);
-  EXPECT_EQ(getDriverDirectory(platform, 8), std::nullopt);
-  machine.spooler.driverDirectoryPath = u"D:\\elsewhere";
-  EXPECT_EQ(getDriverDirectory(platform, 9), u"D:\\drv\\3\\");
-  EXPECT_EQ(machine.journal.count("driverDirectory"), 2u);
-  platform.process = {};
-  machine.spooler.driverDirectoryPath.clear();
-  EXPECT_EQ(getDriverDirectory(platform, 260), std::nullopt);
+  machine_.spooler.driverDirectoryPath = u"D:\\drv";
+  EXPECT_EQ(getDriverDirectory(platform_, 0), std::nullopt);
+  machine_.journal.failAlways("driverDirectory");
+  EXPECT_EQ(getDriverDirectory(platform_, 260), std::nullopt);
+  machine_.journal.failAlways("driverDirectory", false);
+  EXPECT_EQ(getDriverDirectory(platform_, 8), std::nullopt);
+  machine_.spooler.driverDirectoryPath = u"D:\\elsewhere";
+  EXPECT_EQ(getDriverDirectory(platform_, 9), u"D:\\drv\\3\\");
+  EXPECT_EQ(machine_.journal.count("driverDirectory"), 2u);
+  platform_.process = {};
+  machine_.spooler.driverDirectoryPath.clear();
+  EXPECT_EQ(getDriverDirectory(platform_, 260), std::nullopt);
 }
 
 TEST_F(OnMachine, ProductDataFallsBackFromFolderToFolder) {
-  EXPECT_EQ(productDataFolder(platform), u"C:\\Users\\pat\\AppData\\Local\\Quillpress");
-  EXPECT_TRUE(machine.files.isDirectory(u"C:\\Users\\pat\\AppData\\Local\\Quillpress"));
-  const auto made = machine.journal.count("makeDirectory");
-  productDataFolder(platform);
-  EXPECT_EQ(machine.journal.count("makeDirectory"), made);
-  machine.files.folders[SpecialFolder::localApplicationData].clear();
-  EXPECT_EQ(productDataFolder(platform), u"C:\\Users\\pat\\AppData\\Roaming\\Quillpress");
-  machine.files.folders.clear();
-  EXPECT_EQ(productDataFolder(platform), u"c:\\");
+  EXPECT_EQ(productDataFolder(platform_), u"C:\\Users\\pat\\AppData\\Local\\Quillpress");
+  EXPECT_TRUE(machine_.files.isDirectory(u"C:\\Users\\pat\\AppData\\Local\\Quillpress"));
+  const auto made = machine_.journal.count("makeDirectory");
+  productDataFolder(platform_);
+  EXPECT_EQ(machine_.journal.count("makeDirectory"), made);
+  machine_.files.folders[SpecialFolder::localApplicationData].clear();
+  EXPECT_EQ(productDataFolder(platform_), u"C:\\Users\\pat\\AppData\\Roaming\\Quillpress");
+  machine_.files.folders.clear();
+  EXPECT_EQ(productDataFolder(platform_), u"c:\\");
 }
 
 TEST_F(OnMachine, MakeDirectoriesMakesTheWholeWay) {
-  machine.files.addFile(u"C:\\file", "");
+  machine_.files.addFile(u"C:\\file", "");
   const std::pair<std::u16string, std::u16string> cases[] = {
       {u"C:\\a\\b/c\\\\d", u"C:\\a\\b\\c\\d"},
       {u"C:\\a\\e\\", u"C:\\a\\e"},
@@ -62,9 +63,10 @@ TEST_F(OnMachine, MakeDirectoriesMakesTheWholeWay) {
       // The two separators in front are lost.
       {u"\\\\server\\share", u"C:\\work\\server\\share"}};
   for (const auto& [path, made] : cases) {
-    EXPECT_EQ(makeDirectories(platform, path), !made.empty()) << testing::PrintToString(path);
-    EXPECT_TRUE(made.empty() || machine.files.isDirectory(made));
+    EXPECT_EQ(makeDirectories(platform_, path), !made.empty()) << testing::PrintToString(path);
+    EXPECT_TRUE(made.empty() || machine_.files.isDirectory(made));
   }
 }
 
 }  // namespace
+}  // namespace umpd

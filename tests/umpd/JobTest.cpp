@@ -2,12 +2,16 @@
 // on each system, and what is left of it when something fails.
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
+
 #include "tests/umpd/PrintingMachine.h"
 #include "tests/umpd/Wide.h"
 #include "umpd/DrvSpl.h"
 #include "umpd/JobEntries.h"
 #include "umpd/UmDriver2k.h"
 
+namespace umpd {
 namespace {
 
 using enum WindowsRelease;
@@ -21,13 +25,13 @@ JobHandle byHandle(PrintingMachine& m) {
 }
 
 UmDriver& recordOf(JobHandle handle) {
-  return *reinterpret_cast<UmDriver*>(std::uintptr_t{handle});
+  return *reinterpret_cast<UmDriver*>(uintptr_t{handle});
 }
 
 // Four bytes of nothing for a null text.
-std::uint32_t writeText(PrintingMachine& m, JobHandle job, const char* text) {
-  const std::size_t length = text ? std::string_view(text).size() : 4;
-  return DocWrite(m.records, job, text, static_cast<std::uint32_t>(length));
+uint32_t writeText(PrintingMachine& m, JobHandle job, const char* text) {
+  const size_t length = text ? std::string_view(text).size() : 4;
+  return DocWrite(m.records, job, text, static_cast<uint32_t>(length));
 }
 
 // What others see of a job, a stretch each.
@@ -69,11 +73,14 @@ TEST_P(JobLifeCycle, IsSeenFromOutside) {
   const LifeCycle& row = GetParam();
   PrintingMachine m(row.release);
   m.startLauncher();
-  if (!row.mode.empty()) m.set(row.mode, u"1");
+  if (!row.mode.empty()) {
+    m.set(row.mode, u"1");
+  }
   SimulatedObject& finished =
       m.machine.objects.holdElsewhere(SimulatedObject::Kind::event, u"FinishPrintEv");
-  for (const char* operation : {"openForWriting", "closeFile", "writePrinter"})
+  for (const char* operation : {"openForWriting", "closeFile", "writePrinter"}) {
     m.journal.before(operation, [&] { EXPECT_EQ(m.lock()->depth, 1u); });
+  }
 
   const JobHandle job = row.start(m);
   ASSERT_NE(job, 0u);
@@ -174,7 +181,7 @@ TEST_P(JobFailure, IsReportedOnceAndLeavesNothing) {
     EXPECT_EQ(writeText(m, job, row.bytes), writes ? 1u : 0u);
     EXPECT_EQ(recordOf(job).status, writes ? 1u : 9u);
     EXPECT_TRUE(m.lockIsFree());
-    const std::size_t calls = m.journal.calls().size();
+    const size_t calls = m.journal.calls().size();
     EXPECT_EQ(writeText(m, job, "more"), writes ? 1u : 0u);
     EXPECT_EQ(m.journal.calls().size() > calls, writes);
     EXPECT_EQ(DocEnd(m.records, job), 1u);
@@ -190,12 +197,16 @@ INSTANTIATE_TEST_SUITE_P(All, JobFailure, testing::ValuesIn(failures),
 // Fails the n-th call of the platform, for each n that there is. The caller gets true answers.
 void failEachCall(WindowsRelease release, Start start, const char16_t* mode) {
   std::string failed;
-  for (std::size_t n = 1; n == 1 || !failed.empty(); ++n) {
+  for (size_t n = 1; n == 1 || !failed.empty(); ++n) {
     SCOPED_TRACE(n);
     PrintingMachine m(release);
-    if (release == nt4) m.startLauncher();
+    if (release == nt4) {
+      m.startLauncher();
+    }
     m.machine.processes.program = [&](const ProcessRequest&) { m.startLauncher(); };
-    if (*mode) m.set(mode, u"1");
+    if (*mode) {
+      m.set(mode, u"1");
+    }
     m.journal.failCall(n);
     const JobHandle job = start(m);
     if (job != 0) {
@@ -218,10 +229,13 @@ void failEachCall(WindowsRelease release, Start start, const char16_t* mode) {
 }
 
 TEST(JobUnderFailures, LeavesNothingBehindWhereverItFails) {
-  for (const WindowsRelease release : {windows98, nt4, windows2000, windows7})
-    for (const Start start : {byName, byHandle})
-      for (const char16_t* mode : {u"", u"FinishPrintEv", u"passthru"})
+  for (const WindowsRelease release : {windows98, nt4, windows2000, windows7}) {
+    for (const Start start : {byName, byHandle}) {
+      for (const char16_t* mode : {u"", u"FinishPrintEv", u"passthru"}) {
         failEachCall(release, start, mode);
+      }
+    }
+  }
 }
 
 // On its way out it gives back the lock, the client's rights and the record.
@@ -233,7 +247,7 @@ TEST(JobUnderFailures, WantOfMemoryEndsNoMoreThanItsCall) {
     m.journal.before(operation, [] { throw std::bad_alloc(); });
     try {
       const JobHandle job = byName(m);
-      const std::uint32_t wrote = writeText(m, job, "x");
+      const uint32_t wrote = writeText(m, job, "x");
       EXPECT_EQ(recordOf(job).status, wrote ? 1u : 9u);
       DocEnd(m.records, job);
     } catch (const std::bad_alloc&) {
@@ -246,30 +260,30 @@ TEST(JobUnderFailures, WantOfMemoryEndsNoMoreThanItsCall) {
 
 class JobTest : public testing::Test {
  protected:
-  JobTest() { m.startLauncher(); }
-  PrintingMachine m{windows7};
+  JobTest() { m_.startLauncher(); }
+  PrintingMachine m_{windows7};
 };
 
 TEST_F(JobTest, OnlyLiveRecordsAreHandles) {
-  const JobHandle job = byHandle(m);
+  const JobHandle job = byHandle(m_);
   for (const JobHandle wild : {0u, 1u, job + 1, job - 0x10000, 0xFFFFFFFFu}) {
-    EXPECT_EQ(writeText(m, wild, "x"), 0u);
-    EXPECT_EQ(DocEnd(m.records, wild), 0u);
+    EXPECT_EQ(writeText(m_, wild, "x"), 0u);
+    EXPECT_EQ(DocEnd(m_.records, wild), 0u);
   }
-  EXPECT_EQ(m.machine.messages.boxes.size(), 10u);
-  EXPECT_EQ(DocEnd(m.records, job), 1u);
-  m.machine.messages.boxes.clear();
-  EXPECT_EQ(DocEnd(m.records, job), 0u);
-  EXPECT_EQ(writeText(m, job, "x"), 0u);
-  EXPECT_EQ(m.boxes(), "Error|DocEnd invalid parms\nError|DocWrite invalid parms\n");
+  EXPECT_EQ(m_.machine.messages.boxes.size(), 10u);
+  EXPECT_EQ(DocEnd(m_.records, job), 1u);
+  m_.machine.messages.boxes.clear();
+  EXPECT_EQ(DocEnd(m_.records, job), 0u);
+  EXPECT_EQ(writeText(m_, job, "x"), 0u);
+  EXPECT_EQ(m_.boxes(), "Error|DocEnd invalid parms\nError|DocWrite invalid parms\n");
 }
 
 // As if another thread ended it.
 TEST_F(JobTest, ARecordInUseOutlivesItsEnd) {
-  const JobHandle job = byHandle(m);
-  m.journal.before("writeFile", [&] { EXPECT_EQ(DocEnd(m.records, job), 1u); });
-  EXPECT_EQ(writeText(m, job, "x"), 0u);
-  EXPECT_EQ(m.leaks(), 0u);
+  const JobHandle job = byHandle(m_);
+  m_.journal.before("writeFile", [&] { EXPECT_EQ(DocEnd(m_.records, job), 1u); });
+  EXPECT_EQ(writeText(m_, job, "x"), 0u);
+  EXPECT_EQ(m_.leaks(), 0u);
 }
 
 TEST(Job, IsAnnouncedWithoutItsFileToo) {
@@ -289,42 +303,44 @@ TEST(Job, IsAnnouncedWithoutItsFileToo) {
 }
 
 TEST_F(JobTest, TheLauncherIsStartedUntilItRuns) {
-  m.stopLauncher();
-  m.set(u"showPrintStatusWin", u"0");
-  const std::vector<ProcessRequest>& started = m.machine.processes.started;
-  m.machine.processes.program = [&](const ProcessRequest&) {
-    if (started.size() == 10) m.startLauncher();
+  m_.stopLauncher();
+  m_.set(u"showPrintStatusWin", u"0");
+  const std::vector<ProcessRequest>& started = m_.machine.processes.started;
+  m_.machine.processes.program = [&](const ProcessRequest&) {
+    if (started.size() == 10) {
+      m_.startLauncher();
+    }
   };
-  const JobHandle job = byHandle(m);
-  EXPECT_EQ(writeText(m, job, "x"), 1u);
+  const JobHandle job = byHandle(m_);
+  EXPECT_EQ(writeText(m_, job, "x"), 1u);
   EXPECT_EQ(started.size(), 10u);
   EXPECT_TRUE(started[0].commandLine.ends_with(u"\\drivers\\x64\\3\\tqpmsnd.exe"));
   EXPECT_EQ(started[0].showState, 0u);
-  EXPECT_EQ(m.journal.count("sleep"), 10u);
-  EXPECT_EQ(m.journal.last("sleep"), u"540");
+  EXPECT_EQ(m_.journal.count("sleep"), 10u);
+  EXPECT_EQ(m_.journal.last("sleep"), u"540");
   // One that has gone meanwhile is not missed.
-  m.stopLauncher();
-  EXPECT_EQ(DocEnd(m.records, job), 1u);
-  EXPECT_EQ(m.journal.count("launcher"), 0u);
-  EXPECT_EQ(m.boxes(), "");
+  m_.stopLauncher();
+  EXPECT_EQ(DocEnd(m_.records, job), 1u);
+  EXPECT_EQ(m_.journal.count("launcher"), 0u);
+  EXPECT_EQ(m_.boxes(), "");
 }
 
 TEST_F(JobTest, ABrowserInProtectedModeWritesItsShadow) {
-  m.machine.processes.protectedMode = true;
+  m_.machine.processes.protectedMode = true;
   const std::u16string shadow =
       u"C:\\D\\Microsoft\\Windows\\Temporary Internet Files\\Virtualized\\C\\D\\";
-  m.machine.files.addDirectory(shadow);
-  m.journal.before("openForWriting", [this] {
-    const bool outside = m.journal.last("openForWriting").starts_with(u"C:\\out");
-    m.journal.failAlways("openForWriting", outside);
-    EXPECT_EQ(m.machine.modules.openHandles(), outside ? 0u : 1u);
+  m_.machine.files.addDirectory(shadow);
+  m_.journal.before("openForWriting", [this] {
+    const bool outside = m_.journal.last("openForWriting").starts_with(u"C:\\out");
+    m_.journal.failAlways("openForWriting", outside);
+    EXPECT_EQ(m_.machine.modules.openHandles(), outside ? 0u : 1u);
   });
-  const auto pathWith = [&](const std::u16string& folder, std::uint32_t wrote) {
-    m.machine.files.folders[SpecialFolder::localApplicationData] = folder;
-    const JobHandle job = byHandle(m);
-    EXPECT_EQ(writeText(m, job, "x"), wrote);
+  const auto pathWith = [&](const std::u16string& folder, uint32_t wrote) {
+    m_.machine.files.folders[SpecialFolder::localApplicationData] = folder;
+    const JobHandle job = byHandle(m_);
+    EXPECT_EQ(writeText(m_, job, "x"), wrote);
     const std::u16string path = recordOf(job).outputPath;
-    DocEnd(m.records, job);
+    DocEnd(m_.records, job);
     return path;
   };
   EXPECT_EQ(narrow(pathWith(u"C:\\D", 1)), narrow(shadow + u"Re port.pdf"));
@@ -332,87 +348,90 @@ TEST_F(JobTest, ABrowserInProtectedModeWritesItsShadow) {
 }
 
 TEST_F(JobTest, TakesALockThatOthersMadeAndAbandoned) {
-  m.journal.failAlways("createMutex");
-  const JobHandle job = byHandle(m);
-  EXPECT_EQ(m.machine.messages.debugOutput,
+  m_.journal.failAlways("createMutex");
+  const JobHandle job = byHandle(m_);
+  EXPECT_EQ(m_.machine.messages.debugOutput,
             (std::vector<std::u16string>{u"CreateMutex failed ", u"Device not functioning.\r\n"}));
   SimulatedObject& lock =
-      m.machine.objects.holdElsewhere(SimulatedObject::Kind::mutex, u"Global\\umdriver");
+      m_.machine.objects.holdElsewhere(SimulatedObject::Kind::mutex, u"Global\\umdriver");
   lock.heldElsewhere = lock.abandoned = true;
-  m.journal.before("openForWriting", [&] { EXPECT_EQ(lock.depth, 1u); });
-  EXPECT_EQ(writeText(m, job, "x"), 1u);
-  DocEnd(m.records, job);
+  m_.journal.before("openForWriting", [&] { EXPECT_EQ(lock.depth, 1u); });
+  EXPECT_EQ(writeText(m_, job, "x"), 1u);
+  DocEnd(m_.records, job);
   EXPECT_EQ(lock.depth, 0u);
   EXPECT_FALSE(lock.abandoned);
 }
 
 TEST_F(JobTest, SettingsAreReadWhileTheJobGoesOn) {
-  m.set(u"imageDPI", u"600");
-  const JobHandle handle = byHandle(m);
+  m_.set(u"imageDPI", u"600");
+  const JobHandle handle = byHandle(m_);
   const void* const job = &recordOf(handle);
   char16_t text[2000] = {};
   char bytes[2000] = {};
   const auto readAll = [&] {
-    return getIntVal(m.records, job, u"IMAGEdpi", 5) +
-           getStringVal(m.records, job, u"pdfaXML", text, std::size(text), nullptr) +
-           getStringMultibyte(m.records, job, "pdfaXML", bytes, sizeof bytes);
+    return getIntVal(m_.records, job, u"IMAGEdpi", 5) +
+           getStringVal(m_.records, job, u"pdfaXML", text, std::size(text), nullptr) +
+           getStringMultibyte(m_.records, job, "pdfaXML", bytes, sizeof bytes);
   };
   EXPECT_EQ(readAll(), 602u);
   EXPECT_NE(narrow(text).find("x-default'>Editor - Re%20port.doc<"), std::string::npos);
   EXPECT_EQ(narrow(text), bytes);
-  EXPECT_EQ(getIntVal(m.records, job, u"other", 5), 5u);
+  EXPECT_EQ(getIntVal(m_.records, job, u"other", 5), 5u);
 
-  DocEnd(m.records, handle);
-  EXPECT_EQ(m.boxes(), "");
+  DocEnd(m_.records, handle);
+  EXPECT_EQ(m_.boxes(), "");
   EXPECT_EQ(readAll(), 5u);
-  for (const char* call : {"getPrinterName", "getStringVal", "getStringMultibyte"})
-    EXPECT_NE(m.boxes().find(std::string("Error|") + call + " invalid parms\n"), std::string::npos);
+  for (const char* call : {"getPrinterName", "getStringVal", "getStringMultibyte"}) {
+    EXPECT_NE(m_.boxes().find(std::string("Error|") + call + " invalid parms\n"),
+              std::string::npos);
+  }
 }
 
 TEST_F(JobTest, RunsSetupAtItsStartAndSetsDoPrintBackAtItsEnd) {
-  m.machine.registry.setText(u"HKCU\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run",
-                             u"tqpmsnd.exe", u"C:\\2\\tqpmsnd.exe");
-  m.set(u"DoPrint", u"1");
-  const JobHandle job = byHandle(m);
-  EXPECT_TRUE(m.journal.last("createProcess").ends_with(u" -printer=\"Office\" -installStartmenu"));
+  m_.machine.registry.setText(u"HKCU\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run",
+                              u"tqpmsnd.exe", u"C:\\2\\tqpmsnd.exe");
+  m_.set(u"DoPrint", u"1");
+  const JobHandle job = byHandle(m_);
+  EXPECT_TRUE(
+      m_.journal.last("createProcess").ends_with(u" -printer=\"Office\" -installStartmenu"));
   recordOf(job).readDoPrint();
-  DocEnd(m.records, job);
-  EXPECT_EQ(m.stored(u"DoPrint"), "0");
+  DocEnd(m_.records, job);
+  EXPECT_EQ(m_.stored(u"DoPrint"), "0");
 }
 
 TEST_F(JobTest, TheSecondDoorTakesTheEndInTwoSteps) {
   // By its number a job is found, without one the newest is taken for it.
-  m.machine.registry.setText(u"HKCU\\Software\\Quillpress\\", u"printerName", u"Office");
-  m.office.jobs.push_back({.jobId = 8, .document = u"new", .statusText = {}, .position = 2});
-  EXPECT_EQ(DrvSplStartDoc(m.records, m.officeHandle, 0)->docName, u"new");
-  UmDriver* const job = DrvSplStartDoc(m.records, m.officeHandle, m.jobNumber);
-  EXPECT_EQ(job->docName, m.document);
+  m_.machine.registry.setText(u"HKCU\\Software\\Quillpress\\", u"printerName", u"Office");
+  m_.office.jobs.push_back({.jobId = 8, .document = u"new", .statusText = {}, .position = 2});
+  EXPECT_EQ(DrvSplStartDoc(m_.records, m_.officeHandle, 0)->docName, u"new");
+  UmDriver* const job = DrvSplStartDoc(m_.records, m_.officeHandle, m_.jobNumber);
+  EXPECT_EQ(job->docName, m_.document);
   EXPECT_EQ(job->userName, u"pat");
-  DrvSplAbort(m.records, job);
+  DrvSplAbort(m_.records, job);
   EXPECT_EQ(job->status, statusInitialised | statusAborted);
-  std::uint32_t written = 0;
-  EXPECT_EQ(DrvSplWritePrinter(m.records, job, "%!PS", 4, written), 1u);
-  m.machine.files.roomLeft = 1;
-  EXPECT_EQ(DrvSplWritePrinter(m.records, job, "show", 4, written), 0u);
-  EXPECT_EQ(DrvSplWritePrinter(m.records, job, "page!", 5, written), 0u);
+  uint32_t written = 0;
+  EXPECT_EQ(DrvSplWritePrinter(m_.records, job, "%!PS", 4, written), 1u);
+  m_.machine.files.roomLeft = 1;
+  EXPECT_EQ(DrvSplWritePrinter(m_.records, job, "show", 4, written), 0u);
+  EXPECT_EQ(DrvSplWritePrinter(m_.records, job, "page!", 5, written), 0u);
   EXPECT_EQ(written, 5u);
-  EXPECT_EQ(DrvSplStartPage(m.records, job), 1u);
-  EXPECT_EQ(DrvSplEndPage(m.records, job), 1u);
-  EXPECT_TRUE(DrvSplEndDoc(m.records, job));
+  EXPECT_EQ(DrvSplStartPage(m_.records, job), 1u);
+  EXPECT_EQ(DrvSplEndPage(m_.records, job), 1u);
+  EXPECT_TRUE(DrvSplEndDoc(m_.records, job));
   EXPECT_EQ(job->status, statusEnded);
-  EXPECT_EQ(m.boxes(), "");
+  EXPECT_EQ(m_.boxes(), "");
 
   // An ended job can be closed, and nothing else.
-  EXPECT_FALSE(DrvSplEndDoc(m.records, job));
-  EXPECT_EQ(DrvSplStartPage(m.records, job), 0u);
-  EXPECT_EQ(DrvSplEndPage(m.records, job), 0u);
-  DrvSplAbort(m.records, job);
-  DrvSplClose(m.records, job);
-  DrvSplClose(m.records, job);
-  EXPECT_EQ(DrvSplWritePrinter(m.records, job, "x", 1, written), 0u);
+  EXPECT_FALSE(DrvSplEndDoc(m_.records, job));
+  EXPECT_EQ(DrvSplStartPage(m_.records, job), 0u);
+  EXPECT_EQ(DrvSplEndPage(m_.records, job), 0u);
+  DrvSplAbort(m_.records, job);
+  DrvSplClose(m_.records, job);
+  DrvSplClose(m_.records, job);
+  EXPECT_EQ(DrvSplWritePrinter(m_.records, job, "x", 1, written), 0u);
   EXPECT_EQ(written, 5u);
-  EXPECT_EQ(DrvSplStartDoc(m.records, {}, 0), nullptr);
-  EXPECT_EQ(m.boxes(),
+  EXPECT_EQ(DrvSplStartDoc(m_.records, {}, 0), nullptr);
+  EXPECT_EQ(m_.boxes(),
             "Error|DrvSplEndDoc - invalid parms\n"
             "Error|DrvSplStartPage invalid parms\n"
             "Error|DrvSplEndPage invalid parms\n"
@@ -423,3 +442,4 @@ TEST_F(JobTest, TheSecondDoorTakesTheEndInTwoSteps) {
 }
 
 }  // namespace
+}  // namespace umpd

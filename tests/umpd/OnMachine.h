@@ -5,9 +5,13 @@
 
 #include "umpd/platform/simulated/SimulatedPlatform.h"
 
+namespace umpd {
+
 class OnMachine : public testing::Test {
  protected:
-  SimulatedPlatform simulated;
-  SimulatedParts& machine = simulated.machine;
-  Platform& platform = simulated.platform;
+  SimulatedPlatform simulated_;
+  SimulatedParts& machine_ = simulated_.machine;
+  Platform& platform_ = simulated_.platform;
 };
+
+}  // namespace umpd

@@ -4,12 +4,15 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "umpd/platform/Platform.h"
+
+namespace umpd {
 
 // A machine with what the suite needs to find there.
 class ContractMachine {
@@ -20,7 +23,7 @@ class ContractMachine {
   virtual void writeProfile(const std::u16string& path, const std::u16string& section,
                             const std::vector<std::u16string>& lines) = 0;
   // A job of that document in the printer's queue; its number.
-  virtual std::uint32_t startJob(const std::u16string& document) = 0;
+  virtual uint32_t startJob(const std::u16string& document) = 0;
   // Another holder of the mutex died with it.
   virtual void abandonMutex(const std::u16string& name) = 0;
 
@@ -47,19 +50,21 @@ using MakeContractMachine = std::unique_ptr<ContractMachine> (*)();
 class PlatformContract : public testing::TestWithParam<MakeContractMachine> {
  protected:
   std::u16string inFolder(const std::u16string& name) const {
-    return machine->folder + u"\\" + name;
+    return machine_->folder + u"\\" + name;
   }
   bool writeFile(const std::u16string& path, const std::string& content);
   FunctionAddress function(const std::u16string& module, const std::string& name);
 
-  std::unique_ptr<ContractMachine> machine = GetParam()();
-  Platform& platform = machine->platform;
-  Registry& registry = platform.registry;
-  Spooler& spooler = platform.spooler;
-  NamedObjects& objects = platform.objects;
-  Files& files = platform.files;
+  std::unique_ptr<ContractMachine> machine_ = GetParam()();
+  Platform& platform_ = machine_->platform;
+  Registry& registry_ = platform_.registry;
+  Spooler& spooler_ = platform_.spooler;
+  NamedObjects& objects_ = platform_.objects;
+  Files& files_ = platform_.files;
 
  private:
   // Stay loaded, as the functions are called.
-  std::vector<OwnedModule> modules;
+  std::vector<OwnedModule> modules_;
 };
+
+}  // namespace umpd

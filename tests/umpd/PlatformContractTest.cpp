@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <set>
 
@@ -9,35 +11,37 @@
 #include "umpd/SecurityAttributesHolder.h"
 #include "umpd/platform/simulated/SimulatedPlatform.h"
 
+namespace umpd {
+
 ContractMachine::~ContractMachine() = default;
 
 bool PlatformContract::writeFile(const std::u16string& path, const std::string& content) {
-  const OwnedFile file(files, files.openForWriting(path, Disposition::createAlways));
-  std::uint32_t written = 0;
-  return files.write(file.get(), std::as_bytes(std::span(content)), written) &&
+  const OwnedFile file(files_, files_.openForWriting(path, Disposition::createAlways));
+  uint32_t written = 0;
+  return files_.write(file.get(), std::as_bytes(std::span(content)), written) &&
          written == content.size();
 }
 
 FunctionAddress PlatformContract::function(const std::u16string& module, const std::string& name) {
-  modules.push_back(platform.modules.load(module));
-  return modules.back() ? platform.modules.find(modules.back().get(), name.c_str())
-                        : FunctionAddress{};
+  modules_.push_back(platform_.modules.load(module));
+  return modules_.back() ? platform_.modules.find(modules_.back().get(), name.c_str())
+                         : FunctionAddress{};
 }
 
 namespace {
 
-constexpr std::uint32_t readWrite = 3;
+constexpr uint32_t readWrite = 3;
 
 class SimulatedContractMachine : public ContractMachine {
  public:
   explicit SimulatedContractMachine(std::unique_ptr<SimulatedPlatform> simulated)
-      : ContractMachine(simulated->platform), machine(std::move(simulated)) {
+      : ContractMachine(simulated->platform), machine_(std::move(simulated)) {
     folder = u"C:\\contract";
     printer = u"Contract Printer";
     port = u"LPT1:";
     key = u"Software\\Quillpress Contract";
     program = u"three.exe";
-    SimulatedParts& parts = machine->machine;
+    SimulatedParts& parts = machine_->machine;
     parts.files.addDirectory(folder);
     parts.spooler.add(printer, port);
     parts.processes.programExitCode = 3;
@@ -47,23 +51,23 @@ class SimulatedContractMachine : public ContractMachine {
 
   void writeProfile(const std::u16string& path, const std::u16string& section,
                     const std::vector<std::u16string>& lines) override {
-    machine->machine.profiles.setSection(path, section, lines);
+    machine_->machine.profiles.setSection(path, section, lines);
   }
 
-  std::uint32_t startJob(const std::u16string& document) override {
-    ++lastJob;
-    machine->machine.spooler.find(printer)->jobs.push_back(
-        {.jobId = lastJob, .document = document, .statusText = {}, .position = lastJob});
-    return lastJob;
+  uint32_t startJob(const std::u16string& document) override {
+    ++lastJob_;
+    machine_->machine.spooler.find(printer)->jobs.push_back(
+        {.jobId = lastJob_, .document = document, .statusText = {}, .position = lastJob_});
+    return lastJob_;
   }
 
   void abandonMutex(const std::u16string& name) override {
-    machine->machine.objects.find(name)->abandoned = true;
+    machine_->machine.objects.find(name)->abandoned = true;
   }
 
  private:
-  std::unique_ptr<SimulatedPlatform> machine;
-  std::uint32_t lastJob = 0;
+  std::unique_ptr<SimulatedPlatform> machine_;
+  uint32_t lastJob_ = 0;
 };
 
 std::unique_ptr<ContractMachine> makeSimulatedMachine() {
@@ -73,115 +77,119 @@ std::unique_ptr<ContractMachine> makeSimulatedMachine() {
 INSTANTIATE_TEST_SUITE_P(Simulated, PlatformContract, testing::Values(makeSimulatedMachine));
 
 TEST_P(PlatformContract, IsARecentSystem) {
-  ASSERT_TRUE(platform.version.query());
-  EXPECT_TRUE(platform.version.isWin2kOrLater());
-  EXPECT_FALSE(platform.version.isWin9x());
-  EXPECT_FALSE(platform.version.isNt4());
+  ASSERT_TRUE(platform_.version.query());
+  EXPECT_TRUE(platform_.version.isWin2kOrLater());
+  EXPECT_FALSE(platform_.version.isWin9x());
+  EXPECT_FALSE(platform_.version.isNt4());
 }
 
 TEST_P(PlatformContract, ModulesAndFunctionsMayBeAbsent) {
-  EXPECT_FALSE(platform.modules.load(u"there is no such.dll"));
-  EXPECT_EQ(platform.messages.lastError(), 126u);
-  const OwnedModule library = platform.modules.load(u"ADVAPI32.dll");
+  EXPECT_FALSE(platform_.modules.load(u"there is no such.dll"));
+  EXPECT_EQ(platform_.messages.lastError(), 126u);
+  const OwnedModule library = platform_.modules.load(u"ADVAPI32.dll");
   ASSERT_TRUE(library);
-  EXPECT_EQ(platform.modules.find(library.get(), "NoSuchFunction"), FunctionAddress{});
-  EXPECT_EQ(platform.messages.lastError(), 127u);
+  EXPECT_EQ(platform_.modules.find(library.get(), "NoSuchFunction"), FunctionAddress{});
+  EXPECT_EQ(platform_.messages.lastError(), 127u);
   EXPECT_NE(function(u"Netapi32.dll", "NetGetDCName"), FunctionAddress{});
   EXPECT_NE(function(u"Netapi32.dll", "NetApiBufferFree"), FunctionAddress{});
   EXPECT_NE(function(u"spoolss.dll", "RevertToPrinterSelf"), FunctionAddress{});
   EXPECT_NE(function(u"spoolss.dll", "ImpersonatePrinterClient"), FunctionAddress{});
   const auto call = function(u"ieframe.dll", "IEIsProtectedModeProcess");
-  EXPECT_EQ(call != FunctionAddress{}, machine->knowsProtectedMode);
-  EXPECT_FALSE(call != FunctionAddress{} && platform.processes.isProtectedMode(call));
+  EXPECT_EQ(call != FunctionAddress{}, machine_->knowsProtectedMode);
+  EXPECT_FALSE(call != FunctionAddress{} && platform_.processes.isProtectedMode(call));
 }
 
 TEST_P(PlatformContract, KeysAreCreatedOnceOnTheirWholeWay) {
-  EXPECT_FALSE(registry.openKey(keyCurrentUser, machine->key, readWrite));
-  const CreatedKey deep = registry.createKey(keyCurrentUser, machine->key + u"\\a\\b\\", readWrite);
+  EXPECT_FALSE(registry_.openKey(keyCurrentUser, machine_->key, readWrite));
+  const CreatedKey deep =
+      registry_.createKey(keyCurrentUser, machine_->key + u"\\a\\b\\", readWrite);
   EXPECT_TRUE(deep.key);
   EXPECT_TRUE(deep.created);
-  EXPECT_TRUE(registry.openKey(keyCurrentUser, machine->key + u"\\a", readWrite));
-  const CreatedKey again = registry.createKey(keyCurrentUser, machine->key + u"\\A\\B", readWrite);
+  EXPECT_TRUE(registry_.openKey(keyCurrentUser, machine_->key + u"\\a", readWrite));
+  const CreatedKey again =
+      registry_.createKey(keyCurrentUser, machine_->key + u"\\A\\B", readWrite);
   EXPECT_TRUE(again.key);
   EXPECT_FALSE(again.created);
-  const OwnedKey parent = registry.openKey(keyCurrentUser, machine->key + u"\\a", 1);
-  EXPECT_TRUE(registry.openKey(parent.get(), u"b", readWrite));
-  EXPECT_FALSE(registry.createKey(KeyHandle{}, machine->key, readWrite).key);
-  EXPECT_FALSE(registry.createKey(parent.get(), std::u16string(257, u'k'), readWrite).key);
-  EXPECT_TRUE(registry.createKey(parent.get(), std::u16string(255, u'k'), readWrite).key);
+  const OwnedKey parent = registry_.openKey(keyCurrentUser, machine_->key + u"\\a", 1);
+  EXPECT_TRUE(registry_.openKey(parent.get(), u"b", readWrite));
+  EXPECT_FALSE(registry_.createKey(KeyHandle{}, machine_->key, readWrite).key);
+  EXPECT_FALSE(registry_.createKey(parent.get(), std::u16string(257, u'k'), readWrite).key);
+  EXPECT_TRUE(registry_.createKey(parent.get(), std::u16string(255, u'k'), readWrite).key);
 }
 
 TEST_P(PlatformContract, ValuesComeBackAsTheyWent) {
-  const OwnedKey key = registry.createKey(keyCurrentUser, machine->key, readWrite).key;
-  EXPECT_TRUE(registry.writeText(key.get(), u"Text", u"\u00E4b"));
-  EXPECT_TRUE(registry.writeDword(key.get(), u"number", 0xFEDCBA98));
-  EXPECT_TRUE(registry.writeValue(key.get(), u"nothing", 3, {}));
-  const RegistryValue text = registry.readValue(key.get(), u"TEXT", 6);
+  const OwnedKey key = registry_.createKey(keyCurrentUser, machine_->key, readWrite).key;
+  EXPECT_TRUE(registry_.writeText(key.get(), u"Text", u"\u00E4b"));
+  EXPECT_TRUE(registry_.writeDword(key.get(), u"number", 0xFEDCBA98));
+  EXPECT_TRUE(registry_.writeValue(key.get(), u"nothing", 3, {}));
+  const RegistryValue text = registry_.readValue(key.get(), u"TEXT", 6);
   EXPECT_EQ(text.type, registryText);
   EXPECT_EQ(text.data.size(), 6u);
   EXPECT_EQ(text.text(), u"\u00E4b");
-  const RegistryValue number = registry.readValue(key.get(), u"number", 100);
+  const RegistryValue number = registry_.readValue(key.get(), u"number", 100);
   EXPECT_EQ(number.type, registryDword);
   EXPECT_EQ(number.dword(), 0xFEDCBA98);
-  EXPECT_EQ(registry.readValue(key.get(), u"Text", 5).answer, RegistryAnswer::failed);
-  EXPECT_EQ(registry.readValue(key.get(), u"Text", 0).answer, RegistryAnswer::failed);
-  EXPECT_EQ(registry.readValue(key.get(), u"nothing", 0).answer, RegistryAnswer::ok);
-  EXPECT_EQ(registry.readValue(key.get(), u"none", 100).answer, RegistryAnswer::absent);
-  EXPECT_EQ(registry.readValue(KeyHandle{}, u"Text", 100).answer, RegistryAnswer::failed);
-  EXPECT_TRUE(registry.hasValue(key.get(), u"Nothing"));
-  EXPECT_FALSE(registry.hasValue(key.get(), u"none"));
-  EXPECT_TRUE(registry.writeDword(key.get(), u"TEXT", 1));
-  EXPECT_EQ(registry.readValue(key.get(), u"Text", 4).type, registryDword);
+  EXPECT_EQ(registry_.readValue(key.get(), u"Text", 5).answer, RegistryAnswer::failed);
+  EXPECT_EQ(registry_.readValue(key.get(), u"Text", 0).answer, RegistryAnswer::failed);
+  EXPECT_EQ(registry_.readValue(key.get(), u"nothing", 0).answer, RegistryAnswer::ok);
+  EXPECT_EQ(registry_.readValue(key.get(), u"none", 100).answer, RegistryAnswer::absent);
+  EXPECT_EQ(registry_.readValue(KeyHandle{}, u"Text", 100).answer, RegistryAnswer::failed);
+  EXPECT_TRUE(registry_.hasValue(key.get(), u"Nothing"));
+  EXPECT_FALSE(registry_.hasValue(key.get(), u"none"));
+  EXPECT_TRUE(registry_.writeDword(key.get(), u"TEXT", 1));
+  EXPECT_EQ(registry_.readValue(key.get(), u"Text", 4).type, registryDword);
 }
 
 TEST_P(PlatformContract, AHandleAllowsWhatItWasOpenedFor) {
-  const OwnedKey reader = registry.createKey(keyCurrentUser, machine->key, 1).key;
-  const OwnedKey writer = registry.openKey(keyCurrentUser, machine->key, 2);
-  EXPECT_FALSE(registry.writeDword(reader.get(), u"n", 1));
-  EXPECT_TRUE(registry.writeDword(writer.get(), u"n", 1));
-  EXPECT_EQ(registry.readValue(writer.get(), u"n", 4).answer, RegistryAnswer::failed);
-  EXPECT_EQ(registry.readValue(reader.get(), u"n", 4).answer, RegistryAnswer::ok);
+  const OwnedKey reader = registry_.createKey(keyCurrentUser, machine_->key, 1).key;
+  const OwnedKey writer = registry_.openKey(keyCurrentUser, machine_->key, 2);
+  EXPECT_FALSE(registry_.writeDword(reader.get(), u"n", 1));
+  EXPECT_TRUE(registry_.writeDword(writer.get(), u"n", 1));
+  EXPECT_EQ(registry_.readValue(writer.get(), u"n", 4).answer, RegistryAnswer::failed);
+  EXPECT_EQ(registry_.readValue(reader.get(), u"n", 4).answer, RegistryAnswer::ok);
   // The way to a further key does not lead over the handle's rights.
-  EXPECT_TRUE(registry.createKey(reader.get(), u"below", 2).key);
+  EXPECT_TRUE(registry_.createKey(reader.get(), u"below", 2).key);
 }
 
 TEST_P(PlatformContract, ValuesAreWalkedInSizesThatTheKeyTells) {
-  const OwnedKey key = registry.createKey(keyCurrentUser, machine->key, readWrite).key;
-  registry.writeText(key.get(), u"longest", u"1234");
-  registry.writeDword(key.get(), u"n", 7);
-  const auto info = registry.queryInfo(key.get());
+  const OwnedKey key = registry_.createKey(keyCurrentUser, machine_->key, readWrite).key;
+  registry_.writeText(key.get(), u"longest", u"1234");
+  registry_.writeDword(key.get(), u"n", 7);
+  const auto info = registry_.queryInfo(key.get());
   ASSERT_TRUE(info);
   EXPECT_EQ(info->valueCount, 2u);
   EXPECT_EQ(info->longestName, 7u);
   EXPECT_EQ(info->longestData, 10u);
   std::set<std::u16string> names;
-  for (std::uint32_t i = 0; i < 2; ++i) {
-    const RegistryValue value = registry.enumerateValue(key.get(), i, 8, 10);
+  for (uint32_t i = 0; i < 2; ++i) {
+    const RegistryValue value = registry_.enumerateValue(key.get(), i, 8, 10);
     EXPECT_TRUE(value.ok());
     names.insert(value.name);
-    if (value.name != u"longest") continue;
+    if (value.name != u"longest") {
+      continue;
+    }
     EXPECT_EQ(value.text(), u"1234");
-    EXPECT_EQ(registry.enumerateValue(key.get(), i, 7, 10).answer, RegistryAnswer::failed);
-    EXPECT_EQ(registry.enumerateValue(key.get(), i, 8, 9).answer, RegistryAnswer::failed);
+    EXPECT_EQ(registry_.enumerateValue(key.get(), i, 7, 10).answer, RegistryAnswer::failed);
+    EXPECT_EQ(registry_.enumerateValue(key.get(), i, 8, 9).answer, RegistryAnswer::failed);
   }
   EXPECT_EQ(names, (std::set<std::u16string>{u"longest", u"n"}));
-  EXPECT_EQ(registry.enumerateValue(key.get(), 2, 8, 10).answer, RegistryAnswer::absent);
+  EXPECT_EQ(registry_.enumerateValue(key.get(), 2, 8, 10).answer, RegistryAnswer::absent);
 }
 
 TEST_P(PlatformContract, TheCallOpensTheHiveOfTheUser) {
   const auto call = function(u"Advapi32.DLL", "RegOpenCurrentUser");
-  const OwnedKey hive = registry.openCurrentUser(call, 2 | 4);
+  const OwnedKey hive = registry_.openCurrentUser(call, 2 | 4);
   ASSERT_TRUE(hive);
-  EXPECT_TRUE(registry.createKey(hive.get(), machine->key, 2).created);
-  EXPECT_TRUE(registry.openKey(keyCurrentUser, machine->key, 1));
+  EXPECT_TRUE(registry_.createKey(hive.get(), machine_->key, 2).created);
+  EXPECT_TRUE(registry_.openKey(keyCurrentUser, machine_->key, 1));
 }
 
 TEST_P(PlatformContract, ProfileSectionsAreTextsWithTerminators) {
   const std::u16string path = inFolder(u"p.ini");
-  ProfileFiles& profiles = platform.profiles;
+  ProfileFiles& profiles = platform_.profiles;
   EXPECT_EQ(profiles.readSection(path, u"one", 100), u"");
   EXPECT_EQ(profiles.readInt(path, u"one", u"n", 9), 9u);
-  machine->writeProfile(path, u"one", {u"first=1", u"n=12", u"empty=", u"last=x y"});
+  machine_->writeProfile(path, u"one", {u"first=1", u"n=12", u"empty=", u"last=x y"});
   const std::u16string all(u"first=1\0n=12\0empty=\0last=x y\0", 29);
   EXPECT_EQ(profiles.readSection(path, u"ONE", 100), all);
   EXPECT_EQ(profiles.readInt(path, u"One", u"N", 9), 12u);
@@ -195,74 +203,75 @@ TEST_P(PlatformContract, ProfileSectionsAreTextsWithTerminators) {
 }
 
 TEST_P(PlatformContract, APrinterIsAskedForItsSizeThenForItself) {
-  const DevMode mode = buildDevMode(machine->printer);
-  EXPECT_FALSE(spooler.openPrinter(u"No such printer", mode, printerAccessUse));
-  EXPECT_EQ(platform.messages.lastError(), 1801u);
-  const OwnedPrinter printer = spooler.openPrinter(machine->printer, mode, printerAccessUse);
+  const DevMode mode = buildDevMode(machine_->printer);
+  EXPECT_FALSE(spooler_.openPrinter(u"No such printer", mode, printerAccessUse));
+  EXPECT_EQ(platform_.messages.lastError(), 1801u);
+  const OwnedPrinter printer = spooler_.openPrinter(machine_->printer, mode, printerAccessUse);
   ASSERT_TRUE(printer);
-  const SizeAnswer size = spooler.printerSize(printer.get());
+  const SizeAnswer size = spooler_.printerSize(printer.get());
   EXPECT_FALSE(size.succeeded);
   EXPECT_EQ(size.error, errorInsufficientBuffer);
-  const auto info = spooler.printer(printer.get(), size.needed);
+  const auto info = spooler_.printer(printer.get(), size.needed);
   ASSERT_TRUE(info);
-  EXPECT_EQ(info->printerName, machine->printer);
-  EXPECT_EQ(info->portName, machine->port);
+  EXPECT_EQ(info->printerName, machine_->printer);
+  EXPECT_EQ(info->portName, machine_->port);
   EXPECT_EQ(info->driverName, u"Tarnwick Quillpress");
-  EXPECT_FALSE(spooler.printer(printer.get(), size.needed - 1));
-  EXPECT_EQ(platform.messages.lastError(), errorInsufficientBuffer);
+  EXPECT_FALSE(spooler_.printer(printer.get(), size.needed - 1));
+  EXPECT_EQ(platform_.messages.lastError(), errorInsufficientBuffer);
 
-  const SizeAnswer none = spooler.printerSize(PrinterHandle{0x1234567});
+  const SizeAnswer none = spooler_.printerSize(PrinterHandle{0x1234567});
   EXPECT_FALSE(none.succeeded);
   EXPECT_EQ(none.needed, 0u);
   EXPECT_EQ(none.error, 6u);
-  EXPECT_FALSE(spooler.printer(PrinterHandle{0x1234567}, 1000));
+  EXPECT_FALSE(spooler_.printer(PrinterHandle{0x1234567}, 1000));
 }
 
 TEST_P(PlatformContract, AllPrintersAreListed) {
-  const std::uint32_t size = spooler.printersSize();
+  const uint32_t size = spooler_.printersSize();
   ASSERT_GT(size, 0u);
-  const auto printers = spooler.printers(size);
+  const auto printers = spooler_.printers(size);
   ASSERT_TRUE(printers);
-  EXPECT_EQ(std::ranges::count(*printers, machine->printer, &PrinterInfo::printerName), 1);
-  EXPECT_FALSE(spooler.printers(size - 1));
+  EXPECT_EQ(std::ranges::count(*printers, machine_->printer, &PrinterInfo::printerName), 1);
+  EXPECT_FALSE(spooler_.printers(size - 1));
 }
 
 TEST_P(PlatformContract, TheDriverDirectoryReadsTheSameInBothForms) {
-  const std::uint32_t size = spooler.driverDirectorySize(false);
-  const auto directory = spooler.driverDirectory(false, size);
+  const uint32_t size = spooler_.driverDirectorySize(false);
+  const auto directory = spooler_.driverDirectory(false, size);
   ASSERT_TRUE(directory);
   EXPECT_EQ(size, (directory->size() + 1) * 2);
   EXPECT_NE(directory->back(), u'\\');
-  EXPECT_EQ(spooler.driverDirectory(true, spooler.driverDirectorySize(true)), directory);
-  EXPECT_FALSE(spooler.driverDirectory(false, size - 2));
+  EXPECT_EQ(spooler_.driverDirectory(true, spooler_.driverDirectorySize(true)), directory);
+  EXPECT_FALSE(spooler_.driverDirectory(false, size - 2));
 }
 
 TEST_P(PlatformContract, JobsAreCountedListedAndDeleted) {
   const OwnedPrinter printer =
-      spooler.openPrinter(machine->printer, buildDevMode(machine->printer), printerAccessUse);
-  const SizeAnswer empty = spooler.jobsSize(printer.get(), 0, 1);
-  EXPECT_EQ(empty.succeeded, machine->answersForJobs);
+      spooler_.openPrinter(machine_->printer, buildDevMode(machine_->printer), printerAccessUse);
+  const SizeAnswer empty = spooler_.jobsSize(printer.get(), 0, 1);
+  EXPECT_EQ(empty.succeeded, machine_->answersForJobs);
   EXPECT_EQ(empty.needed, 0u);
-  const std::uint32_t job = machine->startJob(u"Document \u00E9");
-  EXPECT_EQ(spooler.jobDocument(printer.get(), job), u"Document \u00E9");
-  EXPECT_FALSE(spooler.jobDocument(printer.get(), job + 1000));
-  if (machine->answersForJobs) {
-    EXPECT_EQ(spooler.printer(printer.get(), spooler.printerSize(printer.get()).needed)->jobs, 1u);
-    const SizeAnswer size = spooler.jobsSize(printer.get(), 0, 2);
+  const uint32_t job = machine_->startJob(u"Document \u00E9");
+  EXPECT_EQ(spooler_.jobDocument(printer.get(), job), u"Document \u00E9");
+  EXPECT_FALSE(spooler_.jobDocument(printer.get(), job + 1000));
+  if (machine_->answersForJobs) {
+    EXPECT_EQ(spooler_.printer(printer.get(), spooler_.printerSize(printer.get()).needed)->jobs,
+              1u);
+    const SizeAnswer size = spooler_.jobsSize(printer.get(), 0, 2);
     EXPECT_EQ(size.error, errorInsufficientBuffer);
-    const auto jobs = spooler.jobs(printer.get(), 0, 2, size.needed);
+    const auto jobs = spooler_.jobs(printer.get(), 0, 2, size.needed);
     ASSERT_TRUE(jobs);
     ASSERT_EQ(jobs->size(), 1u);
     EXPECT_EQ(jobs->front().jobId, job);
-    EXPECT_FALSE(spooler.jobs(printer.get(), 0, 2, size.needed - 1));
+    EXPECT_FALSE(spooler_.jobs(printer.get(), 0, 2, size.needed - 1));
   }
-  EXPECT_TRUE(spooler.setJob(printer.get(), job, 5));
-  EXPECT_EQ(spooler.jobDocument(printer.get(), job).has_value(), !machine->answersForJobs);
-  EXPECT_FALSE(spooler.setJob(PrinterHandle{0x1234567}, job, 5));
+  EXPECT_TRUE(spooler_.setJob(printer.get(), job, 5));
+  EXPECT_EQ(spooler_.jobDocument(printer.get(), job).has_value(), !machine_->answersForJobs);
+  EXPECT_FALSE(spooler_.setJob(PrinterHandle{0x1234567}, job, 5));
 }
 
 TEST_P(PlatformContract, DescriptorsTakeListsOnceInitialized) {
-  Security& security = platform.security;
+  Security& security = platform_.security;
   const OwnedDescriptor descriptor = security.allocateDescriptor(40);
   ASSERT_TRUE(descriptor);
   EXPECT_FALSE(security.setNullDacl(descriptor.get())) << "not initialized";
@@ -282,118 +291,118 @@ TEST_P(PlatformContract, DescriptorsTakeListsOnceInitialized) {
 
 TEST_P(PlatformContract, ObjectsLiveWhileSomebodyHoldsThem) {
   SecurityAttributesHolder holder;
-  const SecurityAttributes* security = buildSecurityAttributes(platform, holder);
-  EXPECT_FALSE(objects.openMutex(u"Local\\contract"));
-  EXPECT_EQ(platform.messages.lastError(), 2u);
+  const SecurityAttributes* security = buildSecurityAttributes(platform_, holder);
+  EXPECT_FALSE(objects_.openMutex(u"Local\\contract"));
+  EXPECT_EQ(platform_.messages.lastError(), 2u);
   {
-    const OwnedObject mutex = objects.createMutex(security, u"Local\\contract");
+    const OwnedObject mutex = objects_.createMutex(security, u"Local\\contract");
     ASSERT_TRUE(mutex);
-    EXPECT_TRUE(objects.openMutex(u"contract")) << "the session's, with a prefix and without";
-    EXPECT_FALSE(objects.openMutex(u"Global\\contract"));
-    EXPECT_FALSE(objects.openMutex(u"Contract")) << "case counts";
-    EXPECT_TRUE(objects.createMutex(nullptr, u"contract")) << "opens what stands";
-    EXPECT_FALSE(objects.openEvent(u"contract"));
-    EXPECT_FALSE(objects.createEvent(security, u"contract"));
-    EXPECT_EQ(platform.messages.lastError(), 6u);
-    EXPECT_FALSE(objects.openMapping(u"contract"));
+    EXPECT_TRUE(objects_.openMutex(u"contract")) << "the session's, with a prefix and without";
+    EXPECT_FALSE(objects_.openMutex(u"Global\\contract"));
+    EXPECT_FALSE(objects_.openMutex(u"Contract")) << "case counts";
+    EXPECT_TRUE(objects_.createMutex(nullptr, u"contract")) << "opens what stands";
+    EXPECT_FALSE(objects_.openEvent(u"contract"));
+    EXPECT_FALSE(objects_.createEvent(security, u"contract"));
+    EXPECT_EQ(platform_.messages.lastError(), 6u);
+    EXPECT_FALSE(objects_.openMapping(u"contract"));
   }
-  EXPECT_FALSE(objects.openMutex(u"Local\\contract"));
+  EXPECT_FALSE(objects_.openMutex(u"Local\\contract"));
 }
 
 TEST_P(PlatformContract, AnEventWakesOneWaiter) {
-  const OwnedObject event = objects.createEvent(nullptr, u"Local\\contract_event");
-  const OwnedObject same = objects.openEvent(u"Local\\contract_event");
-  EXPECT_EQ(objects.wait(event.get(), 1), WaitAnswer::timedOut);
-  EXPECT_TRUE(objects.setEvent(same.get()));
-  EXPECT_EQ(objects.wait(event.get(), noTimeLimit), WaitAnswer::signalled);
-  EXPECT_EQ(objects.wait(event.get(), 0), WaitAnswer::timedOut);
-  EXPECT_FALSE(objects.releaseMutex(event.get()));
-  EXPECT_FALSE(objects.setEvent(ObjectHandle{0x1234567}));
-  EXPECT_EQ(objects.wait(ObjectHandle{0x1234567}, 0), WaitAnswer::failed);
+  const OwnedObject event = objects_.createEvent(nullptr, u"Local\\contract_event");
+  const OwnedObject same = objects_.openEvent(u"Local\\contract_event");
+  EXPECT_EQ(objects_.wait(event.get(), 1), WaitAnswer::timedOut);
+  EXPECT_TRUE(objects_.setEvent(same.get()));
+  EXPECT_EQ(objects_.wait(event.get(), noTimeLimit), WaitAnswer::signalled);
+  EXPECT_EQ(objects_.wait(event.get(), 0), WaitAnswer::timedOut);
+  EXPECT_FALSE(objects_.releaseMutex(event.get()));
+  EXPECT_FALSE(objects_.setEvent(ObjectHandle{0x1234567}));
+  EXPECT_EQ(objects_.wait(ObjectHandle{0x1234567}, 0), WaitAnswer::failed);
 }
 
 TEST_P(PlatformContract, AMutexIsHeldAsOftenAsItWasWaitedFor) {
-  const OwnedObject mutex = objects.createMutex(nullptr, u"Global\\contract_mutex");
-  EXPECT_FALSE(objects.releaseMutex(mutex.get()));
-  EXPECT_EQ(platform.messages.lastError(), 288u);
-  EXPECT_EQ(objects.wait(mutex.get(), noTimeLimit), WaitAnswer::signalled);
-  EXPECT_EQ(objects.wait(mutex.get(), noTimeLimit), WaitAnswer::signalled);
-  const OwnedObject again = objects.openMutex(u"Global\\contract_mutex");
-  EXPECT_TRUE(objects.releaseMutex(again.get()));
-  EXPECT_TRUE(objects.releaseMutex(mutex.get()));
-  EXPECT_FALSE(objects.releaseMutex(mutex.get()));
-  machine->abandonMutex(u"Global\\contract_mutex");
-  EXPECT_EQ(objects.wait(mutex.get(), noTimeLimit), WaitAnswer::abandoned);
-  EXPECT_TRUE(objects.releaseMutex(mutex.get()));
-  EXPECT_EQ(objects.wait(mutex.get(), 0), WaitAnswer::signalled);
-  EXPECT_TRUE(objects.releaseMutex(mutex.get()));
+  const OwnedObject mutex = objects_.createMutex(nullptr, u"Global\\contract_mutex");
+  EXPECT_FALSE(objects_.releaseMutex(mutex.get()));
+  EXPECT_EQ(platform_.messages.lastError(), 288u);
+  EXPECT_EQ(objects_.wait(mutex.get(), noTimeLimit), WaitAnswer::signalled);
+  EXPECT_EQ(objects_.wait(mutex.get(), noTimeLimit), WaitAnswer::signalled);
+  const OwnedObject again = objects_.openMutex(u"Global\\contract_mutex");
+  EXPECT_TRUE(objects_.releaseMutex(again.get()));
+  EXPECT_TRUE(objects_.releaseMutex(mutex.get()));
+  EXPECT_FALSE(objects_.releaseMutex(mutex.get()));
+  machine_->abandonMutex(u"Global\\contract_mutex");
+  EXPECT_EQ(objects_.wait(mutex.get(), noTimeLimit), WaitAnswer::abandoned);
+  EXPECT_TRUE(objects_.releaseMutex(mutex.get()));
+  EXPECT_EQ(objects_.wait(mutex.get(), 0), WaitAnswer::signalled);
+  EXPECT_TRUE(objects_.releaseMutex(mutex.get()));
 }
 
 TEST_P(PlatformContract, ViewsOfAMappingShowOneMemory) {
-  const OwnedObject made = objects.createMapping(nullptr, u"Local\\contract_sm", 1303);
+  const OwnedObject made = objects_.createMapping(nullptr, u"Local\\contract_sm", 1303);
   ASSERT_TRUE(made);
-  const OwnedView first = objects.mapView(made.get());
+  const OwnedView first = objects_.mapView(made.get());
   ASSERT_TRUE(first);
   EXPECT_EQ(std::count(first.get(), first.get() + 1303, std::byte{0}), 1303);
   OwnedView second;
   {
-    const OwnedObject opened = objects.openMapping(u"Local\\contract_sm");
-    second = objects.mapView(opened.get());
+    const OwnedObject opened = objects_.openMapping(u"Local\\contract_sm");
+    second = objects_.mapView(opened.get());
   }
   ASSERT_TRUE(second) << "and it outlives the handle that it came from";
   second.get()[1302] = std::byte{7};
   EXPECT_EQ(first.get()[1302], std::byte{7});
-  EXPECT_FALSE(objects.mapView(ObjectHandle{0x1234567}));
+  EXPECT_FALSE(objects_.mapView(ObjectHandle{0x1234567}));
 }
 
 TEST_P(PlatformContract, FilesAreWrittenAndShared) {
   const std::u16string path = inFolder(u"out.pdf");
-  EXPECT_FALSE(files.attributes(path));
+  EXPECT_FALSE(files_.attributes(path));
   EXPECT_TRUE(writeFile(path, "first text"));
   EXPECT_TRUE(writeFile(path, "2nd"));
   {
-    const OwnedFile file(files, files.openForWriting(path, Disposition::openAlways));
-    EXPECT_TRUE(files.seekToEnd(file.get()));
-    std::uint32_t written = 0;
-    EXPECT_TRUE(files.write(file.get(), std::as_bytes(std::span(" more\n", 6)), written));
+    const OwnedFile file(files_, files_.openForWriting(path, Disposition::openAlways));
+    EXPECT_TRUE(files_.seekToEnd(file.get()));
+    uint32_t written = 0;
+    EXPECT_TRUE(files_.write(file.get(), std::as_bytes(std::span(" more\n", 6)), written));
     EXPECT_EQ(written, 6u);
-    EXPECT_TRUE(files.write(file.get(), {}, written));
+    EXPECT_TRUE(files_.write(file.get(), {}, written));
     EXPECT_EQ(written, 0u);
-    EXPECT_EQ(files.openForWriting(path, Disposition::createAlways), invalidFile);
-    EXPECT_EQ(platform.messages.lastError(), 32u);
-    EXPECT_FALSE(files.remove(path));
+    EXPECT_EQ(files_.openForWriting(path, Disposition::createAlways), invalidFile);
+    EXPECT_EQ(platform_.messages.lastError(), 32u);
+    EXPECT_FALSE(files_.remove(path));
   }
-  EXPECT_EQ(files.readLine(inFolder(u"OUT.pdf"), 100), "2nd more\n");
-  EXPECT_EQ(files.attributes(path).value_or(0) & attributeDirectory, 0u);
-  EXPECT_TRUE(files.remove(path));
-  EXPECT_FALSE(files.remove(path));
-  EXPECT_EQ(platform.messages.lastError(), 2u);
+  EXPECT_EQ(files_.readLine(inFolder(u"OUT.pdf"), 100), "2nd more\n");
+  EXPECT_EQ(files_.attributes(path).value_or(0) & attributeDirectory, 0u);
+  EXPECT_TRUE(files_.remove(path));
+  EXPECT_FALSE(files_.remove(path));
+  EXPECT_EQ(platform_.messages.lastError(), 2u);
   for (const auto* bad : {u"none\\out.pdf", u"que?tion.pdf"}) {
-    EXPECT_EQ(files.openForWriting(inFolder(bad), Disposition::createAlways), invalidFile);
-    EXPECT_NE(platform.messages.lastError(), 0u);
+    EXPECT_EQ(files_.openForWriting(inFolder(bad), Disposition::createAlways), invalidFile);
+    EXPECT_NE(platform_.messages.lastError(), 0u);
   }
-  EXPECT_EQ(files.openForWriting(u"", Disposition::createAlways), invalidFile);
-  EXPECT_EQ(files.openForWriting(machine->folder, Disposition::createAlways), invalidFile);
-  std::uint32_t written = 9;
-  EXPECT_FALSE(files.write(invalidFile, {}, written));
-  files.close(invalidFile);
+  EXPECT_EQ(files_.openForWriting(u"", Disposition::createAlways), invalidFile);
+  EXPECT_EQ(files_.openForWriting(machine_->folder, Disposition::createAlways), invalidFile);
+  uint32_t written = 9;
+  EXPECT_FALSE(files_.write(invalidFile, {}, written));
+  files_.close(invalidFile);
 }
 
 TEST_P(PlatformContract, DirectoriesAreMadeOneAtATime) {
-  EXPECT_FALSE(files.makeDirectory(inFolder(u"a\\b")));
-  EXPECT_EQ(platform.messages.lastError(), 3u);
-  EXPECT_TRUE(files.makeDirectory(inFolder(u"a")));
-  EXPECT_TRUE(files.makeDirectory(inFolder(u"a/b")));
-  EXPECT_FALSE(files.makeDirectory(inFolder(u"a")));
-  EXPECT_EQ(platform.messages.lastError(), 183u);
-  EXPECT_FALSE(files.attributes(u""));
+  EXPECT_FALSE(files_.makeDirectory(inFolder(u"a\\b")));
+  EXPECT_EQ(platform_.messages.lastError(), 3u);
+  EXPECT_TRUE(files_.makeDirectory(inFolder(u"a")));
+  EXPECT_TRUE(files_.makeDirectory(inFolder(u"a/b")));
+  EXPECT_FALSE(files_.makeDirectory(inFolder(u"a")));
+  EXPECT_EQ(platform_.messages.lastError(), 183u);
+  EXPECT_FALSE(files_.attributes(u""));
   for (const std::optional<std::u16string>& path :
        {std::optional(inFolder(u"A\\B\\")), std::optional<std::u16string>(u"C:"),
-        files.systemDirectory(), files.specialFolder(SpecialFolder::documents),
-        files.specialFolder(SpecialFolder::applicationData),
-        files.specialFolder(SpecialFolder::localApplicationData)}) {
+        files_.systemDirectory(), files_.specialFolder(SpecialFolder::documents),
+        files_.specialFolder(SpecialFolder::applicationData),
+        files_.specialFolder(SpecialFolder::localApplicationData)}) {
     ASSERT_TRUE(path);
-    EXPECT_NE(files.attributes(*path).value_or(0) & attributeDirectory, 0u);
+    EXPECT_NE(files_.attributes(*path).value_or(0) & attributeDirectory, 0u);
   }
 }
 
@@ -402,27 +411,27 @@ TEST_P(PlatformContract, ALineEndsAtItsEndOrAtTheLimit) {
       {"", ""},          {"name", "name"},           {"name\r\nsecond", "name\n"},
       {"\nx", "\n"},     {"0123456789", "01234567"}, {"0123456\r\n", "0123456\n"},
       {"ab\0cd\n", "ab"}};
-  EXPECT_FALSE(files.readLine(inFolder(u"none"), 8));
+  EXPECT_FALSE(files_.readLine(inFolder(u"none"), 8));
   for (const auto& [content, line] : cases) {
     ASSERT_TRUE(writeFile(inFolder(u"line.txt"), content));
-    EXPECT_EQ(files.readLine(inFolder(u"line.txt"), 8), line);
+    EXPECT_EQ(files_.readLine(inFolder(u"line.txt"), 8), line);
   }
 }
 
 TEST_P(PlatformContract, AProgramIsWaitedForAndTellsItsCode) {
   ProcessRequest request;
-  request.commandLine = machine->program;
-  request.showState = std::uint16_t{0};
-  const OwnedObject process = platform.processes.create(request);
+  request.commandLine = machine_->program;
+  request.showState = uint16_t{0};
+  const OwnedObject process = platform_.processes.create(request);
   ASSERT_TRUE(process);
-  EXPECT_EQ(objects.wait(process.get(), noTimeLimit), WaitAnswer::signalled);
-  EXPECT_EQ(platform.processes.exitCode(process.get()), 3u);
-  EXPECT_FALSE(platform.processes.exitCode(ObjectHandle{0x1234567}));
-  EXPECT_NE(platform.processes.currentThreadId(), 0u);
+  EXPECT_EQ(objects_.wait(process.get(), noTimeLimit), WaitAnswer::signalled);
+  EXPECT_EQ(platform_.processes.exitCode(process.get()), 3u);
+  EXPECT_FALSE(platform_.processes.exitCode(ObjectHandle{0x1234567}));
+  EXPECT_NE(platform_.processes.currentThreadId(), 0u);
 }
 
 TEST_P(PlatformContract, TheUserHasAnIdentifier) {
-  Accounts& accounts = platform.accounts;
+  Accounts& accounts = platform_.accounts;
   const auto user = accounts.userName();
   ASSERT_TRUE(user);
   const AccountSizes sizes = accounts.accountSizes(u"", *user);
@@ -440,11 +449,11 @@ TEST_P(PlatformContract, TheUserHasAnIdentifier) {
 }
 
 TEST_P(PlatformContract, TheClockRunsInMillisecondsAndInLocalTime) {
-  Clock& clock = platform.clock;
-  const std::uint32_t before = clock.tickCount();
+  Clock& clock = platform_.clock;
+  const uint32_t before = clock.tickCount();
   clock.sleep(100);
   EXPECT_GE(clock.tickCount() - before, 50u);
-  const std::int64_t leapDay = 951782400;  // 2000-02-29T00:00:00Z
+  const int64_t leapDay = 951782400;  // 2000-02-29T00:00:00Z
   const auto local = clock.localTime(leapDay - clock.timeZoneBias() * -60);
   ASSERT_TRUE(local);
   EXPECT_EQ((std::array{local->year, local->month, local->day, local->hour, local->minute}),
@@ -453,19 +462,19 @@ TEST_P(PlatformContract, TheClockRunsInMillisecondsAndInLocalTime) {
 }
 
 TEST_P(PlatformContract, ASeedGivesItsNumbers) {
-  platform.random.seed(1);
-  EXPECT_EQ(platform.random.next(), 41u);
-  EXPECT_EQ(platform.random.next(), 18467u);
-  platform.random.seed(0xFFFFFFFF);
-  EXPECT_EQ(platform.random.next(), 35u);
+  platform_.random.seed(1);
+  EXPECT_EQ(platform_.random.next(), 41u);
+  EXPECT_EQ(platform_.random.next(), 18467u);
+  platform_.random.seed(0xFFFFFFFF);
+  EXPECT_EQ(platform_.random.next(), 35u);
 }
 
 TEST_P(PlatformContract, ErrorsHaveTextsAndLastUntilReported) {
-  Messages& messages = platform.messages;
+  Messages& messages = platform_.messages;
   EXPECT_FALSE(messages.errorText(2).value_or(u"").empty());
   EXPECT_FALSE(messages.errorText(0x2FFFFFFF));
   {
-    OwnedObject event = objects.createEvent(nullptr, u"contract_last");
+    OwnedObject event = objects_.createEvent(nullptr, u"contract_last");
     OwnedView none;
     messages.setLastError(77);
   }
@@ -474,34 +483,35 @@ TEST_P(PlatformContract, ErrorsHaveTextsAndLastUntilReported) {
 
 TEST_P(PlatformContract, LowMemoryHasAddressesOfThirtyTwoBits) {
   std::vector<OwnedLowBlock> blocks;
-  for (std::size_t size : {1u, 6000u, 200000u}) {
-    blocks.push_back(platform.memory.allocate(size));
+  for (size_t size : {1u, 6000u, 200000u}) {
+    blocks.push_back(platform_.memory.allocate(size));
     std::byte* const block = blocks.back().get();
     ASSERT_TRUE(block);
-    EXPECT_LE(reinterpret_cast<std::uintptr_t>(block) + size, 0xFFFFFFFF);
-    EXPECT_EQ(std::count(block, block + size, std::byte{0}), static_cast<std::ptrdiff_t>(size));
+    EXPECT_LE(reinterpret_cast<uintptr_t>(block) + size, 0xFFFFFFFF);
+    EXPECT_EQ(std::count(block, block + size, std::byte{0}), static_cast<ptrdiff_t>(size));
     std::memset(block, 0xA5, size);
   }
   EXPECT_EQ(blocks[0].get()[0], std::byte{0xA5});
-  EXPECT_FALSE(platform.memory.allocate(SIZE_MAX / 2));
+  EXPECT_FALSE(platform_.memory.allocate(SIZE_MAX / 2));
 }
 
 TEST_P(PlatformContract, TextConvertsBothWays) {
-  EXPECT_EQ(platform.text.widen("plain"), u"plain");
-  EXPECT_EQ(platform.text.widen(""), u"");
-  EXPECT_EQ(platform.text.narrow(u"plain"), "plain");
-  EXPECT_EQ(platform.text.widen(platform.text.narrow(u"\u00E9\u00DF")), u"\u00E9\u00DF");
+  EXPECT_EQ(platform_.text.widen("plain"), u"plain");
+  EXPECT_EQ(platform_.text.widen(""), u"");
+  EXPECT_EQ(platform_.text.narrow(u"plain"), "plain");
+  EXPECT_EQ(platform_.text.widen(platform_.text.narrow(u"\u00E9\u00DF")), u"\u00E9\u00DF");
   const std::u16string mixed = u"a\u00E9\u20AC\U0001F600\xD800z";
   const std::string whole = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xEF\xBF\xBDz";
   std::string buffer(whole.size() + 1, '#');
-  EXPECT_TRUE(platform.text.toUtf8(mixed, buffer));
+  EXPECT_TRUE(platform_.text.toUtf8(mixed, buffer));
   EXPECT_EQ(buffer, whole + '\0');
   for (const auto& [room, fits] :
        {std::pair{0u, 0u}, {1u, 1u}, {2u, 1u}, {3u, 3u}, {9u, 6u}, {13u, 13u}, {14u, 14u}}) {
     std::string small(room, '#');
-    EXPECT_FALSE(platform.text.toUtf8(mixed, small)) << room;
+    EXPECT_FALSE(platform_.text.toUtf8(mixed, small)) << room;
     EXPECT_EQ(small, whole.substr(0, fits) + std::string(room - fits, '#'));
   }
 }
 
 }  // namespace
+}  // namespace umpd

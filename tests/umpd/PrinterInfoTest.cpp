@@ -1,11 +1,16 @@
 #include "umpd/PrinterInfo.h"
 
+#include <cstddef>
+#include <cstdint>
+#include "umpd/PrinterList.h"
+
 #include "tests/umpd/OnMachine.h"
 #include "umpd/OutFile.h"
 
+namespace umpd {
 namespace {
 
-JobInfo job(std::uint32_t id, std::uint32_t position, std::uint32_t status = 0) {
+JobInfo job(uint32_t id, uint32_t position, uint32_t status = 0) {
   return {.jobId = id,
           .document = u"document " + std::u16string(1, static_cast<char16_t>(u'0' + id)),
           .statusText = {},
@@ -15,79 +20,78 @@ JobInfo job(std::uint32_t id, std::uint32_t position, std::uint32_t status = 0) 
 
 class PrinterInfoTest : public OnMachine {
  protected:
-  SimulatedPrinter& printer = machine.spooler.add(u"Office", u"TQP1:");
-  PrinterHandle handle = machine.spooler.handleOf(printer);
+  SimulatedPrinter& printer_ = machine_.spooler.add(u"Office", u"TQP1:");
+  PrinterHandle handle_ = machine_.spooler.handleOf(printer_);
 };
 
 TEST_F(PrinterInfoTest, TheReaderKeepsOneRecordAndDropsItOnFailure) {
-  PrinterInfoReader reader(platform);
+  PrinterInfoReader reader(platform_);
   EXPECT_EQ(reader.readPrinterInfo2(), nullptr);
-  EXPECT_EQ(machine.journal.count("printerSize"), 0u) << "there was no handle to ask for";
-  reader.printer = handle;
+  EXPECT_EQ(machine_.journal.count("printerSize"), 0u) << "there was no handle to ask for";
+  reader.printer = handle_;
   ASSERT_NE(reader.readPrinterInfo2(), nullptr);
   EXPECT_EQ(reader.readPrinterInfo2()->printerName, u"Office");
-  machine.journal.failAlways("printerSize");
+  machine_.journal.failAlways("printerSize");
   EXPECT_EQ(reader.readPrinterInfo2(), nullptr);
-  machine.journal.failAlways("printerSize", false);
-  machine.journal.before("printer", [&] { printer.name = u"A much longer name than before"; });
+  machine_.journal.failAlways("printerSize", false);
+  machine_.journal.before("printer", [&] { printer_.name = u"A much longer name than before"; });
   EXPECT_EQ(reader.readPrinterInfo2(), nullptr) << "the record outgrew the size";
 }
 
 TEST_F(PrinterInfoTest, AllJobsCountsWhatThePrinterCounts) {
-  EXPECT_TRUE(getAllJobs(platform, handle).empty());
-  EXPECT_EQ(machine.journal.count("jobsSize"), 0u);
-  printer.jobs = {job(1, 1), job(2, 2), job(3, 3)};
-  EXPECT_EQ(getAllJobs(platform, handle).size(), 3u);
+  EXPECT_TRUE(getAllJobs(platform_, handle_).empty());
+  EXPECT_EQ(machine_.journal.count("jobsSize"), 0u);
+  printer_.jobs = {job(1, 1), job(2, 2), job(3, 3)};
+  EXPECT_EQ(getAllJobs(platform_, handle_).size(), 3u);
 
-  machine.journal.before("jobs", [&] { printer.jobs.resize(1); });
-  const auto shrunk = getAllJobs(platform, handle);
+  machine_.journal.before("jobs", [&] { printer_.jobs.resize(1); });
+  const auto shrunk = getAllJobs(platform_, handle_);
   ASSERT_EQ(shrunk.size(), 3u);
   EXPECT_EQ(shrunk[0].jobId, 1u);
   EXPECT_EQ(shrunk[2].jobId, 0u);
   EXPECT_FALSE(shrunk[2].document);
 
-  machine.journal.before("jobs", [] {});
-  machine.journal.before("jobsSize", [&] { printer.jobs.push_back(job(4, 4)); });
-  const auto grown = getAllJobs(platform, handle);
+  machine_.journal.before("jobs", [] {});
+  machine_.journal.before("jobsSize", [&] { printer_.jobs.push_back(job(4, 4)); });
+  const auto grown = getAllJobs(platform_, handle_);
   ASSERT_EQ(grown.size(), 1u) << "the one that came meanwhile is left out";
   EXPECT_EQ(grown[0].jobId, 1u);
 }
 
 TEST_F(PrinterInfoTest, AnyFailureMeansNoJobs) {
-  printer.jobs = {job(1, 1)};
-  for (std::size_t n = 1; n <= 4; ++n) {
-    machine.journal.failCall(n);
-    EXPECT_TRUE(getAllJobs(platform, handle).empty()) << n;
+  printer_.jobs = {job(1, 1)};
+  for (size_t n = 1; n <= 4; ++n) {
+    machine_.journal.failCall(n);
+    EXPECT_TRUE(getAllJobs(platform_, handle_).empty()) << n;
   }
-  EXPECT_EQ(getAllJobs(platform, handle).size(), 1u);
+  EXPECT_EQ(getAllJobs(platform_, handle_).size(), 1u);
 }
 
 TEST_F(PrinterInfoTest, TheJobInHandIsTheFirstOfTheHighestPosition) {
-  const std::pair<std::vector<JobInfo>, std::uint32_t> cases[] = {
-      {{}, 0},
-      {{job(1, 1), job(2, 2), job(3, 3)}, 3},
-      {{job(5, 7), job(6, 7), job(7, 2)}, 5},
-      {{job(8, 0xFFFFFFFF)}, 0}};
-  PrinterSettings settings(platform);
+  const std::pair<std::vector<JobInfo>, uint32_t> cases[] = {{{}, 0},
+                                                             {{job(1, 1), job(2, 2), job(3, 3)}, 3},
+                                                             {{job(5, 7), job(6, 7), job(7, 2)}, 5},
+                                                             {{job(8, 0xFFFFFFFF)}, 0}};
+  PrinterSettings settings(platform_);
   settings.printerName = u"Office";
   std::u16string document;
   for (const auto& [jobs, id] : cases) {
-    printer.jobs = jobs;
+    printer_.jobs = jobs;
     document = u"left over";
     EXPECT_EQ(getCurrentPrintJobDocName(settings, document), id);
     EXPECT_EQ(document, id ? *job(id, 0).document : u"");
   }
-  printer.jobs = {job(1, 1)};
-  printer.jobs[0].document.reset();
+  printer_.jobs = {job(1, 1)};
+  printer_.jobs[0].document.reset();
   document = u"left over";
   EXPECT_EQ(getCurrentPrintJobDocName(settings, document), 1u);
   EXPECT_EQ(document, u"");
-  printer.jobs[0].document = std::u16string(400, u'n');
+  printer_.jobs[0].document = std::u16string(400, u'n');
   getCurrentPrintJobDocName(settings, document);
   EXPECT_EQ(document.size(), 259u);
-  EXPECT_EQ(machine.journal.count("openPrinter"), 1u) << "the settings keep the handle";
-  EXPECT_EQ(machine.spooler.lastAccess, 8u);
-  PrinterSettings nowhere(platform);
+  EXPECT_EQ(machine_.journal.count("openPrinter"), 1u) << "the settings keep the handle";
+  EXPECT_EQ(machine_.spooler.lastAccess, 8u);
+  PrinterSettings nowhere(platform_);
   nowhere.printerName = u"Nowhere";
   document = u"as it was";
   EXPECT_EQ(getCurrentPrintJobDocName(nowhere, document), 0u);
@@ -95,25 +99,25 @@ TEST_F(PrinterInfoTest, TheJobInHandIsTheFirstOfTheHighestPosition) {
 }
 
 TEST_F(PrinterInfoTest, TroubleIsTheMask) {
-  EXPECT_TRUE(checkJobStatus(platform, handle, 1)) << "no jobs";
-  const std::pair<std::uint32_t, bool> cases[] = {
+  EXPECT_TRUE(checkJobStatus(platform_, handle_, 1)) << "no jobs";
+  const std::pair<uint32_t, bool> cases[] = {
       {0, true},      {1, false},    {2, false},     {4, true},         {8, true},
       {0x10, true},   {0x20, false}, {0x40, false},  {0x80, true},      {0x100, true},
       {0x200, false}, {0x400, true}, {4 | 1, false}, {0xFFFFFD9C, true}};
   for (const auto& [status, healthy] : cases) {
-    printer.jobs = {job(1, 1, 0x263), job(2, 2, status)};
-    EXPECT_EQ(checkJobStatus(platform, handle, 2), healthy) << status;
-    EXPECT_TRUE(checkJobStatus(platform, handle, 9)) << "unknown job";
+    printer_.jobs = {job(1, 1, 0x263), job(2, 2, status)};
+    EXPECT_EQ(checkJobStatus(platform_, handle_, 2), healthy) << status;
+    EXPECT_TRUE(checkJobStatus(platform_, handle_, 9)) << "unknown job";
   }
 }
 
 TEST_F(PrinterInfoTest, FindPortTakesThePortOrItsCommaForm) {
-  machine.spooler.add(u"Foreign", u"\\\\server\\laser", u"Another Driver");
-  machine.spooler.add(u"Backslashed", u"\\\\server\\laser", u"tarnwick QUILLPRESS");
-  machine.spooler.add(u"Commas", u",,Server,inkjet");
-  machine.spooler.add(u"Not the first", u"TQP1:");
-  machine.spooler.add(u"No port", u"").port.reset();
-  machine.spooler.add(u"No driver", u",,server,orphan").driver.reset();
+  machine_.spooler.add(u"Foreign", u"\\\\server\\laser", u"Another Driver");
+  machine_.spooler.add(u"Backslashed", u"\\\\server\\laser", u"tarnwick QUILLPRESS");
+  machine_.spooler.add(u"Commas", u",,Server,inkjet");
+  machine_.spooler.add(u"Not the first", u"TQP1:");
+  machine_.spooler.add(u"No port", u"").port.reset();
+  machine_.spooler.add(u"No driver", u",,server,orphan").driver.reset();
   const std::pair<std::u16string, std::u16string> cases[] = {
       {u",,server,laser", u"Backslashed"}, {u"\\\\SERVER\\laser", u"Backslashed"},
       {u",,server,inkjet", u"Commas"},     {u"\\\\server\\inkjet", u"(none)"},
@@ -121,7 +125,7 @@ TEST_F(PrinterInfoTest, FindPortTakesThePortOrItsCommaForm) {
   for (const auto& [wanted, found] : cases) {
     std::u16string result = u"(none)";
     FindPort callback(wanted, result);
-    EXPECT_EQ(enumeratePrinters(platform, callback), found != u"(none)");
+    EXPECT_EQ(enumeratePrinters(platform_, callback), found != u"(none)");
     EXPECT_EQ(result, found);
   }
 }
@@ -133,16 +137,19 @@ TEST(BuildDevMode, NamesTheDeviceByItsLastComponent) {
                                                              {u"ends\\", u""},
                                                              {fits, fits},
                                                              {u"\\\\server\\d" + fits, fits}};
-  for (const auto& [name, device] : cases) EXPECT_EQ(buildDevMode(name).deviceName, device);
+  for (const auto& [name, device] : cases) {
+    EXPECT_EQ(buildDevMode(name).deviceName, device);
+  }
 }
 
 TEST_F(OnMachine, OutFileAppendsOrBeginsAnew) {
-  OutFile file(platform.files);
+  OutFile file(platform_.files);
   for (const bool append : {false, true}) {
     ASSERT_TRUE(file.open(u"C:\\work\\f", append));
     EXPECT_TRUE(file.write(std::as_bytes(std::span("ab", 2))));
-    EXPECT_EQ(machine.files.content(u"C:\\work\\f"), append ? "abab" : "ab");
+    EXPECT_EQ(machine_.files.content(u"C:\\work\\f"), append ? "abab" : "ab");
   }
 }
 
 }  // namespace
+}  // namespace umpd

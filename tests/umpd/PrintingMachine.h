@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -13,6 +15,8 @@
 #include "umpd/JobRecords.h"
 #include "umpd/LauncherStruct.h"
 #include "umpd/platform/simulated/SimulatedPlatform.h"
+
+namespace umpd {
 
 class PrintingMachine {
  public:
@@ -27,16 +31,16 @@ class PrintingMachine {
   }
 
   void startLauncher() {
-    machine.objects.holdElsewhere(SimulatedObject::Kind::mutex, channel + u"_mutex");
-    machine.objects.holdElsewhere(SimulatedObject::Kind::event, channel + u"_event");
+    machine.objects.holdElsewhere(SimulatedObject::Kind::mutex, channel_ + u"_mutex");
+    machine.objects.holdElsewhere(SimulatedObject::Kind::event, channel_ + u"_event");
   }
-  void stopLauncher() { machine.objects.dropElsewhere(channel + u"_mutex"); }
+  void stopLauncher() { machine.objects.dropElsewhere(channel_ + u"_mutex"); }
 
   void set(const std::u16string& setting, const std::u16string& value) {
-    machine.registry.setText(printerKey, setting, value);
+    machine.registry.setText(printerKey_, setting, value);
   }
   std::string stored(const std::u16string& setting) const {
-    return narrow(machine.registry.shown(printerKey, setting));
+    return narrow(machine.registry.shown(printerKey_, setting));
   }
 
   // What a job did that others can see, an operation a line.
@@ -45,10 +49,12 @@ class PrintingMachine {
                                          "writePrinter", "openForWriting", "closeFile",
                                          "removeFile",   "setJob"};
     std::string story;
-    for (const auto& [operation, detail] : journal.calls())
+    for (const auto& [operation, detail] : journal.calls()) {
       if (std::ranges::find(told, operation) != std::end(told) ||
-          detail.ends_with(u"FinishPrintEv"))
+          detail.ends_with(u"FinishPrintEv")) {
         story += operation + (detail.empty() ? "" : " ") + narrow(detail) + "\n";
+      }
+    }
     return story;
   }
   // "caption|text" of each box, an "\n" behind each. All of them stand above the other windows.
@@ -61,14 +67,14 @@ class PrintingMachine {
     return all;
   }
   // Beside what the process keeps for all its life and the handle that the test has.
-  std::size_t leaks() const {
+  size_t leaks() const {
     const ProcessState& kept = simulated.platform.process;
-    const std::size_t expected = 1u + static_cast<bool>(kept.domainControllerMapping) +
-                                 static_cast<bool>(kept.domainControllerView);
+    const size_t expected = 1u + static_cast<bool>(kept.domainControllerMapping) +
+                            static_cast<bool>(kept.domainControllerView);
     return simulated.openHandles() - expected;
   }
   SimulatedObject* lock() {
-    return machine.objects.find(hasPrefixes ? u"Global\\umdriver" : u"umdriver");
+    return machine.objects.find(hasPrefixes_ ? u"Global\\umdriver" : u"umdriver");
   }
   // One whose release the machine refused is nobody's fault.
   bool lockIsFree() {
@@ -83,27 +89,34 @@ class PrintingMachine {
   PrinterHandle officeHandle = machine.spooler.handleOf(office);
   JobRecords records{simulated.platform};
 
-  static constexpr std::uint32_t jobNumber = 7;
+  static constexpr uint32_t jobNumber = 7;
   static constexpr const char16_t* document = u"Editor - Re%20port.doc";
   static constexpr const char16_t* file = u"C:\\out\\Re port.pdf";
 
  private:
   void answerAsLauncher() {
-    SimulatedObject* const event = machine.objects.find(channel + u"_event");
-    if (!event || !event->signalled) return;
+    SimulatedObject* const event = machine.objects.find(channel_ + u"_event");
+    if (!event || !event->signalled) {
+      return;
+    }
     event->signalled = false;
-    const SimulatedObject* const mapping = machine.objects.find(channel + u"_sm");
+    const SimulatedObject* const mapping = machine.objects.find(channel_ + u"_sm");
     const auto* const message = reinterpret_cast<const LauncherStruct*>(mapping->bytes.data());
     std::string words = message->command;
-    for (const char* field : {message->printerName, message->outputFile, message->docName})
-      if (*field) words += std::string("|") + field;
+    for (const char* field : {message->printerName, message->outputFile, message->docName}) {
+      if (*field) {
+        words += std::string("|") + field;
+      }
+    }
     journal.note("launcher", wide(words));
-    machine.objects.find(channel + u"_end")->signalled = true;
+    machine.objects.find(channel_ + u"_end")->signalled = true;
   }
 
-  const bool hasPrefixes = release != WindowsRelease::windows98 && release != WindowsRelease::nt4;
-  const std::u16string channel = hasPrefixes ? u"Local\\tqpsend_pat" : u"tqpsend_pat";
-  const std::u16string printerKey =
+  const bool hasPrefixes_ = release != WindowsRelease::windows98 && release != WindowsRelease::nt4;
+  const std::u16string channel_ = hasPrefixes_ ? u"Local\\tqpsend_pat" : u"tqpsend_pat";
+  const std::u16string printerKey_ =
       std::u16string(release == WindowsRelease::nt4 ? u"HKU\\S-1-5-21" : u"HKCU") +
       u"\\Software\\Quillpress\\Office";
 };
+
+}  // namespace umpd

@@ -6,11 +6,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "tests/umpd/Wide.h"
 #include "umpd/platform/simulated/SimulatedPlatform.h"
 
+namespace umpd {
 namespace {
 
 class Naming {
@@ -24,12 +27,12 @@ class Naming {
   void set(std::string_view given) {
     while (!given.empty()) {
       const std::string_view pair = given.substr(0, given.find('|'));
-      const std::size_t equals = pair.find('=');
+      const size_t equals = pair.find('=');
       settings.params.set(wide(pair.substr(0, equals)), wide(pair.substr(equals + 1)));
       given.remove_prefix(std::min(pair.size() + 1, given.size()));
     }
   }
-  std::string name(std::string_view document, std::size_t size = savePathCapacity) {
+  std::string name(std::string_view document, size_t size = savePathCapacity) {
     succeeded = SetFilename(settings).setOutputFilename(wide(document), out, size);
     return narrow(out);
   }
@@ -48,7 +51,7 @@ const std::string dir519 = "DefaultSaveDir=C:\\" + std::string(516, 'd');
 
 struct Case {
   std::string settings, document, path;
-  std::size_t size = savePathCapacity;
+  size_t size = savePathCapacity;
 };
 
 const Case namings[] = {
@@ -154,7 +157,7 @@ TEST(SetFilename, SeedsRandomNamesOnceAndCollisionsAlways) {
   naming.simulated.machine.clock.ticks = 0x20003;
   naming.name("");
   naming.name("");
-  EXPECT_EQ(naming.simulated.machine.random.seeds, std::vector<std::uint32_t>(3, 0x50003));
+  EXPECT_EQ(naming.simulated.machine.random.seeds, std::vector<uint32_t>(3, 0x50003));
 }
 
 TEST(SetFilename, ReadsTheDefaultNameFromAFile) {
@@ -172,3 +175,4 @@ TEST(SetFilename, ReadsTheDefaultNameFromAFile) {
 }
 
 }  // namespace
+}  // namespace umpd

@@ -1,5 +1,7 @@
 // Parts under the front end that know little of a machine: handles, the map of settings, numbers,
 // and the rules of naming.
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "tests/umpd/OnMachine.h"
@@ -7,9 +9,10 @@
 #include "umpd/NameEscapes.h"
 #include "umpd/PathParts.h"
 #include "umpd/StringMap.h"
-#include "umpd/WideText.h"
 #include "umpd/platform/Owned.h"
+#include "umpd/platform/WideText.h"
 
+namespace umpd {
 namespace {
 
 struct Shelf {
@@ -39,7 +42,7 @@ TEST(Owned, ClosesOnceWhoeverHoldsIt) {
 }
 
 TEST_F(OnMachine, StringMapFoldsKeysAsAsciiOnly) {
-  StringMap map(platform.messages);
+  StringMap map(platform_.messages);
   EXPECT_TRUE(map.set(u"printerName", u"a"));
   EXPECT_TRUE(map.set(u"PRINTERNAME", u"b"));
   EXPECT_TRUE(map.set(u"\u00E4", u"small"));
@@ -51,12 +54,14 @@ TEST_F(OnMachine, StringMapFoldsKeysAsAsciiOnly) {
 }
 
 TEST_F(OnMachine, StringMapLosesTheHundredAndNinetyFirstKey) {
-  StringMap map(platform.messages);
-  for (std::uint32_t i = 0; i < 190; ++i)
+  StringMap map(platform_.messages);
+  for (uint32_t i = 0; i < 190; ++i) {
     EXPECT_TRUE(map.set(std::u16string(u"k").append(decimalText(i)), u""));
-  EXPECT_TRUE(machine.messages.debugOutput.empty());
+  }
+  EXPECT_TRUE(machine_.messages.debugOutput.empty());
   EXPECT_FALSE(map.set(u"one more", u"x"));
-  EXPECT_EQ(machine.messages.debugOutput, std::vector<std::u16string>{u"Help!! too many parms \n"});
+  EXPECT_EQ(machine_.messages.debugOutput,
+            std::vector<std::u16string>{u"Help!! too many parms \n"});
   EXPECT_EQ(map.find(u"one more"), nullptr);
   EXPECT_TRUE(map.set(u"K189", u"new"));
   EXPECT_EQ(*map.find(u"k189"), u"new");
@@ -65,13 +70,14 @@ TEST_F(OnMachine, StringMapLosesTheHundredAndNinetyFirstKey) {
 }
 
 TEST(WideText, DecimalValueTakesLeadingDigits) {
-  const std::pair<std::u16string_view, std::uint32_t> cases[] = {
+  const std::pair<std::u16string_view, uint32_t> cases[] = {
       {u"", 0},           {u"007", 7},           {u"12ab", 12},
       {u"ab12", 0},       {u" \t5", 5},          {u"-1", 0xFFFFFFFF},
       {u"+3", 3},         {u"- 3", 0},           {u"0x10", 0},
       {u"4294967297", 1}, {u"4294967295x", ~0u}, {u"\u0661", 0}};
-  for (const auto& [text, value] : cases)
+  for (const auto& [text, value] : cases) {
     EXPECT_EQ(decimalValue(text), value) << testing::PrintToString(std::u16string(text));
+  }
 }
 
 struct Case {
@@ -85,13 +91,16 @@ TEST(NameEscapes, AreDecoded) {
       {"%A", "_"},           {"a%00b", "a"},           {"a%zzb", "a"}, {"a%-1b", "a"},
       {"a% 41", "a"},        {"%4%41", "_41"},         {"%2B", "_"},   {"%25%32", "%2"},
       {"a:b\xBF", "a:b\xBF"}};
-  for (const auto& [text, expected] : cases)
+  for (const auto& [text, expected] : cases) {
     EXPECT_EQ(narrow(decodeNameEscapes(wide(text))), expected) << text;
+  }
 }
 
 TEST(NameEscapes, AllowThisManyCharacters) {
   int allowed = 0;
-  for (int c = 1; c < 0x10000; ++c) allowed += isAllowedNameChar(static_cast<char16_t>(c));
+  for (int c = 1; c < 0x10000; ++c) {
+    allowed += isAllowedNameChar(static_cast<char16_t>(c));
+  }
   EXPECT_EQ(allowed, 10 + 26 + 26 + 64 + 20);
   EXPECT_TRUE(isAllowedNameChar(0));
 }
@@ -107,7 +116,7 @@ TEST(PathParts, AreCutAtTheirRoom) {
 }
 
 TEST(PathParts, AreShortenedAbove260Characters) {
-  const auto n = [](std::size_t count) { return std::string(count, 'n'); };
+  const auto n = [](size_t count) { return std::string(count, 'n'); };
   const Case cases[] = {
       {"C:\\" + n(257), "C:\\" + n(257)},
       {"C:\\" + n(258), "C:\\" + n(255)},
@@ -127,3 +136,4 @@ TEST(PathParts, AreShortenedAbove260Characters) {
 }
 
 }  // namespace
+}  // namespace umpd

@@ -1,154 +1,167 @@
 #include "umpd/UserHive.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 #include "tests/umpd/OnMachine.h"
 #include "tests/umpd/Wide.h"
 #include "umpd/SecurityAttributesHolder.h"
 
+namespace umpd {
 namespace {
 
 const std::u16string record = u"DomainControllerData";
 const std::u16string sidText = u"S-1-5-21-1-2-3";
 
-Sid sidOf(std::vector<std::uint32_t> subAuthorities) {
+Sid sidOf(std::vector<uint32_t> subAuthorities) {
   return {true, {0, 0, 0, 0, 0, 5}, std::move(subAuthorities)};
 }
 
 class UserHiveTest : public OnMachine {
  protected:
   UserHiveTest() {
-    machine.accounts.accounts = {{u"", u"pat", sidOf({21, 1, 2, 3})},
-                                 {u"\\\\DC1", u"pat", sidOf({21, 9})}};
+    machine_.accounts.accounts = {{u"", u"pat", sidOf({21, 1, 2, 3})},
+                                  {u"\\\\DC1", u"pat", sidOf({21, 9})}};
   }
 
   // Writes through the hive; tells which one it was.
   std::u16string hive() {
-    const OwnedKey key = getHKCU(platform, 2);
-    if (!key) return u"none";
-    if (key.get() == keyCurrentUser) return u"current user";
-    platform.registry.writeDword(key.get(), u"marker", 1);
-    for (const auto* path : {u"HKCU", u"HKU\\S-1-5-21-1-2-3", u"HKU\\S-1-5-21-9"})
-      if (machine.registry.value(path, u"marker")) return path;
+    const OwnedKey key = getHKCU(platform_, 2);
+    if (!key) {
+      return u"none";
+    }
+    if (key.get() == keyCurrentUser) {
+      return u"current user";
+    }
+    platform_.registry.writeDword(key.get(), u"marker", 1);
+    for (const auto* path : {u"HKCU", u"HKU\\S-1-5-21-1-2-3", u"HKU\\S-1-5-21-9"}) {
+      if (machine_.registry.value(path, u"marker")) {
+        return path;
+      }
+    }
     return u"unknown";
   }
 
   void setState(std::byte state, std::u16string name = {}) {
-    auto& bytes = machine.objects.holdElsewhere(SimulatedObject::Kind::mapping, record, 522).bytes;
+    auto& bytes = machine_.objects.holdElsewhere(SimulatedObject::Kind::mapping, record, 522).bytes;
     bytes[0] = state;
     name += u'\0';
     std::memcpy(bytes.data() + 2, name.data(), name.size() * 2);
   }
-  std::byte state() { return machine.objects.find(record)->bytes[0]; }
+  std::byte state() { return machine_.objects.find(record)->bytes[0]; }
 };
 
 TEST_F(UserHiveTest, TheCallOpensTheThreadsUser) {
-  machine.registry.threadUserHive = u"HKU\\" + sidText;
+  machine_.registry.threadUserHive = u"HKU\\" + sidText;
   EXPECT_EQ(hive(), u"HKU\\S-1-5-21-1-2-3");
-  EXPECT_EQ(machine.journal.last("openCurrentUser"), u"6");
-  machine.registry.refusedAccess = 6;
+  EXPECT_EQ(machine_.journal.last("openCurrentUser"), u"6");
+  machine_.registry.refusedAccess = 6;
   EXPECT_EQ(hive(), u"HKU\\S-1-5-21-1-2-3");
-  EXPECT_EQ(machine.journal.last("openCurrentUser"), u"2");
-  machine.registry.threadUserHive.clear();
+  EXPECT_EQ(machine_.journal.last("openCurrentUser"), u"2");
+  machine_.registry.threadUserHive.clear();
   EXPECT_EQ(hive(), u"none");
-  EXPECT_EQ(simulated.openHandles(), 0u);
+  EXPECT_EQ(simulated_.openHandles(), 0u);
 }
 
 TEST_F(UserHiveTest, OlderSystemsGoByTheSid) {
-  simulated.become(WindowsRelease::windows98);
+  simulated_.become(WindowsRelease::windows98);
   EXPECT_EQ(hive(), u"current user");
-  simulated.become(WindowsRelease::nt4);
+  simulated_.become(WindowsRelease::nt4);
   EXPECT_EQ(hive(), u"none") << "the user's hive is not loaded";
-  machine.registry.makeKey(u"HKU\\" + sidText);
+  machine_.registry.makeKey(u"HKU\\" + sidText);
   EXPECT_EQ(hive(), u"HKU\\S-1-5-21-1-2-3");
-  machine.accounts.accounts.clear();
+  machine_.accounts.accounts.clear();
   EXPECT_EQ(hive(), u"none");
-  machine.registry.setValue(u"HKLM\\Software\\Quillpress", u"DisableDomainControllerLookup", 3, {});
+  machine_.registry.setValue(u"HKLM\\Software\\Quillpress", u"DisableDomainControllerLookup", 3,
+                             {});
   EXPECT_EQ(hive(), u"current user");
-  machine.modules.present.erase(u"advapi32.dll");
+  machine_.modules.present.erase(u"advapi32.dll");
   EXPECT_EQ(hive(), u"current user");
 }
 
 TEST_F(UserHiveTest, TheSidIsAskedOfTheDomainController) {
-  machine.accounts.controller = u"\\\\DC1";
-  EXPECT_EQ(currentUserSidText(platform), u"S-1-5-21-9");
+  machine_.accounts.controller = u"\\\\DC1";
+  EXPECT_EQ(currentUserSidText(platform_), u"S-1-5-21-9");
   for (const auto* operation : {"userName", "accountSizes", "account"}) {
-    machine.journal.failAlways(operation);
-    EXPECT_EQ(currentUserSidText(platform), std::nullopt) << operation;
-    machine.journal.failAlways(operation, false);
+    machine_.journal.failAlways(operation);
+    EXPECT_EQ(currentUserSidText(platform_), std::nullopt) << operation;
+    machine_.journal.failAlways(operation, false);
   }
-  simulated.become(WindowsRelease::windows98);
-  EXPECT_EQ(currentUserSidText(platform), std::nullopt);
+  simulated_.become(WindowsRelease::windows98);
+  EXPECT_EQ(currentUserSidText(platform_), std::nullopt);
 }
 
 TEST_F(UserHiveTest, SidsReadAsText) {
   Sid sid = sidOf({21, 0xFFFFFFFF, 3, 4, 5});
-  std::size_t capacity = 100;
-  EXPECT_EQ(sidToText(platform, sid, capacity), std::nullopt);
+  size_t capacity = 100;
+  EXPECT_EQ(sidToText(platform_, sid, capacity), std::nullopt);
   EXPECT_EQ(capacity, 176u);
-  EXPECT_EQ(machine.journal.lastError, 122u);
-  EXPECT_EQ(sidToText(platform, sid, capacity), u"S-1-5-21-4294967295-3-4-5");
+  EXPECT_EQ(machine_.journal.lastError, 122u);
+  EXPECT_EQ(sidToText(platform_, sid, capacity), u"S-1-5-21-4294967295-3-4-5");
   sid.authority = {0, 0, 0xFE, 0, 1, 2};
-  EXPECT_EQ(sidToText(platform, sid, capacity), u"S-1-4261413122-21-4294967295-3-4-5");
+  EXPECT_EQ(sidToText(platform_, sid, capacity), u"S-1-4261413122-21-4294967295-3-4-5");
   sid.authority = {0, 0xA, 0, 0, 0xB, 0xCD};
   sid.subAuthorities.clear();
   capacity = 56;
-  EXPECT_EQ(sidToText(platform, sid, capacity), u"S-1-0x000a00000bcd");
+  EXPECT_EQ(sidToText(platform_, sid, capacity), u"S-1-0x000a00000bcd");
   sid.valid = false;
-  EXPECT_EQ(sidToText(platform, sid, capacity), std::nullopt);
+  EXPECT_EQ(sidToText(platform_, sid, capacity), std::nullopt);
 }
 
 TEST_F(UserHiveTest, TheControllerIsLookedUpOnceASession) {
-  machine.accounts.controller = u"\\\\DC1";
-  EXPECT_EQ(getDomainControllerName(platform), u"\\\\DC1");
+  machine_.accounts.controller = u"\\\\DC1";
+  EXPECT_EQ(getDomainControllerName(platform_), u"\\\\DC1");
   EXPECT_EQ(state(), std::byte{'r'});
-  EXPECT_EQ(machine.journal.last("createMapping"), u"Local\\DomainControllerData");
-  platform.process = {};
-  EXPECT_EQ(machine.objects.find(record), nullptr) << "nobody holds it any more";
+  EXPECT_EQ(machine_.journal.last("createMapping"), u"Local\\DomainControllerData");
+  platform_.process = {};
+  EXPECT_EQ(machine_.objects.find(record), nullptr) << "nobody holds it any more";
   setState(std::byte{'r'}, u"\\\\KNOWN");
-  EXPECT_EQ(getDomainControllerName(platform), u"\\\\KNOWN");
-  EXPECT_EQ(getDomainControllerName(platform), u"\\\\KNOWN");
-  EXPECT_EQ(machine.journal.count("domainController"), 1u);
-  EXPECT_EQ(machine.journal.count("mapView"), 2u) << "one for each process";
-  EXPECT_EQ(machine.clock.ticks, 1000000u);
+  EXPECT_EQ(getDomainControllerName(platform_), u"\\\\KNOWN");
+  EXPECT_EQ(getDomainControllerName(platform_), u"\\\\KNOWN");
+  EXPECT_EQ(machine_.journal.count("domainController"), 1u);
+  EXPECT_EQ(machine_.journal.count("mapView"), 2u) << "one for each process";
+  EXPECT_EQ(machine_.clock.ticks, 1000000u);
 }
 
 TEST_F(UserHiveTest, ANameNeedsADomainTheCallAndTheRecord) {
-  EXPECT_EQ(getDomainControllerName(platform), u"");
+  EXPECT_EQ(getDomainControllerName(platform_), u"");
   EXPECT_EQ(state(), std::byte{'r'});
-  platform.process = {};
-  machine.accounts.controller = u"\\\\DC1";
-  machine.modules.present[u"netapi32.dll"].erase("NetApiBufferFree");
-  EXPECT_EQ(getDomainControllerName(platform), u"");
+  platform_.process = {};
+  machine_.accounts.controller = u"\\\\DC1";
+  machine_.modules.present[u"netapi32.dll"].erase("NetApiBufferFree");
+  EXPECT_EQ(getDomainControllerName(platform_), u"");
   EXPECT_EQ(state(), std::byte{0});
-  machine.modules.present.erase(u"netapi32.dll");
-  EXPECT_EQ(getDomainControllerName(platform), u"");
+  machine_.modules.present.erase(u"netapi32.dll");
+  EXPECT_EQ(getDomainControllerName(platform_), u"");
   EXPECT_EQ(state(), std::byte{0});
-  machine.modules.present[u"netapi32.dll"] = {"NetGetDCName", "NetApiBufferFree"};
-  machine.accounts.controller = std::u16string(300, u'd');
-  platform.process = {};
+  machine_.modules.present[u"netapi32.dll"] = {"NetGetDCName", "NetApiBufferFree"};
+  machine_.accounts.controller = std::u16string(300, u'd');
+  platform_.process = {};
   for (const auto* operation : {"mapView", "createMapping"}) {
-    machine.journal.failAlways(operation);
-    EXPECT_EQ(getDomainControllerName(platform), u"");
-    EXPECT_EQ(simulated.openHandles(), 0u) << operation;
-    machine.journal.failAlways(operation, false);
+    machine_.journal.failAlways(operation);
+    EXPECT_EQ(getDomainControllerName(platform_), u"");
+    EXPECT_EQ(simulated_.openHandles(), 0u) << operation;
+    machine_.journal.failAlways(operation, false);
   }
-  EXPECT_EQ(getDomainControllerName(platform), std::u16string(259, u'd'));
+  EXPECT_EQ(getDomainControllerName(platform_), std::u16string(259, u'd'));
 }
 
 TEST_F(UserHiveTest, AnotherProcessAtWorkIsWaitedForAMinute) {
   setState(std::byte{'w'});
-  machine.journal.before("sleep", [&] {
-    if (machine.journal.count("sleep") == 3) setState(std::byte{'r'}, u"\\\\LATE");
+  machine_.journal.before("sleep", [&] {
+    if (machine_.journal.count("sleep") == 3) {
+      setState(std::byte{'r'}, u"\\\\LATE");
+    }
   });
-  EXPECT_EQ(getDomainControllerName(platform), u"\\\\LATE");
-  EXPECT_EQ(machine.clock.ticks, 1000000u + 3 * 876);
+  EXPECT_EQ(getDomainControllerName(platform_), u"\\\\LATE");
+  EXPECT_EQ(machine_.clock.ticks, 1000000u + 3 * 876);
 
   setState(std::byte{'w'}, u"\\\\DEAD");
-  machine.clock.ticks = 0xFFFFFF00;
-  EXPECT_EQ(getDomainControllerName(platform), u"");
+  machine_.clock.ticks = 0xFFFFFF00;
+  EXPECT_EQ(getDomainControllerName(platform_), u"");
   EXPECT_EQ(state(), std::byte{'w'});
-  EXPECT_EQ(machine.clock.ticks, 0xFFFFFF00 + 69u * 876) << "the first look at 60000 or beyond";
+  EXPECT_EQ(machine_.clock.ticks, 0xFFFFFF00 + 69u * 876) << "the first look at 60000 or beyond";
 }
 
 TEST_F(OnMachine, SecurityAttributesLetEverybodyIn) {
@@ -158,17 +171,17 @@ TEST_F(OnMachine, SecurityAttributesLetEverybodyIn) {
       {WindowsRelease::windows2000, ""},
       {WindowsRelease::vista, "S:(ML;;NW;;;LW)"}};
   for (const auto& [release, label] : labels) {
-    simulated.become(release);
+    simulated_.become(release);
     SecurityAttributesHolder holder;
-    const SecurityAttributes* attributes = buildSecurityAttributes(platform, holder);
+    const SecurityAttributes* attributes = buildSecurityAttributes(platform_, holder);
     ASSERT_EQ(attributes != nullptr, label != nullptr);
-    const OwnedObject mutex = platform.objects.createMutex(attributes, u"m");
-    const SimulatedObject& made = *machine.objects.find(u"m");
+    const OwnedObject mutex = platform_.objects.createMutex(attributes, u"m");
+    const SimulatedObject& made = *machine_.objects.find(u"m");
     EXPECT_EQ(made.securityLength, label ? 8u : 0u);
     EXPECT_EQ(made.openToAll, label != nullptr);
     EXPECT_EQ(made.label, label ? label : "");
   }
-  EXPECT_EQ(simulated.openHandles(), 0u);
+  EXPECT_EQ(simulated_.openHandles(), 0u);
 }
 
 TEST_F(OnMachine, SecurityAttributesGoOnWithoutTheLabel) {
@@ -186,19 +199,24 @@ TEST_F(OnMachine, SecurityAttributesGoOnWithoutTheLabel) {
       {"setSacl", "8SetSecurityDescriptorSacl failed\n"},
   };
   for (const auto& [operation, expected] : cases) {
-    machine.messages.boxes.clear();
-    machine.messages.debugOutput.clear();
-    machine.journal.failAlways(operation);
+    machine_.messages.boxes.clear();
+    machine_.messages.debugOutput.clear();
+    machine_.journal.failAlways(operation);
     SecurityAttributesHolder holder;
-    const SecurityAttributes* attributes = buildSecurityAttributes(platform, holder);
-    machine.journal.failAlways(operation, false);
+    const SecurityAttributes* attributes = buildSecurityAttributes(platform_, holder);
+    machine_.journal.failAlways(operation, false);
     ASSERT_NE(attributes, nullptr);
     EXPECT_EQ(attributes->descriptor != DescriptorHandle{}, attributes->length == 8) << operation;
     std::string seen = std::to_string(attributes->length);
-    for (const auto& box : machine.messages.boxes) seen += narrow(box.caption);
-    for (const auto& line : machine.messages.debugOutput) seen += narrow(line);
+    for (const auto& box : machine_.messages.boxes) {
+      seen += narrow(box.caption);
+    }
+    for (const auto& line : machine_.messages.debugOutput) {
+      seen += narrow(line);
+    }
     EXPECT_EQ(seen, expected) << operation;
   }
 }
 
 }  // namespace
+}  // namespace umpd

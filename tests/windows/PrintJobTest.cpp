@@ -15,6 +15,7 @@
 #include "tests/windows/TestLauncher.h"
 #include "tests/windows/TestPrinter.h"
 
+namespace umpd {
 namespace {
 
 namespace fs = std::filesystem;
@@ -33,18 +34,18 @@ std::string contentOf(const fs::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-const void* widened(std::uint32_t job) {
-  return reinterpret_cast<const void*>(std::uintptr_t{job});
+const void* widened(uint32_t job) {
+  return reinterpret_cast<const void*>(uintptr_t{job});
 }
 
-std::uint32_t write(std::uint32_t job, const std::string& text) {
-  return DocWrite(job, text.data(), static_cast<std::uint32_t>(text.size()));
+uint32_t write(uint32_t job, const std::string& text) {
+  return DocWrite(job, text.data(), static_cast<uint32_t>(text.size()));
 }
 
 // A whole job of two buffers. False if a call failed.
 bool print(const std::string& text, const wchar_t* document = L"Editor - Re%20port.doc") {
   const SpoolJob spooled(printerName, document);
-  const std::uint32_t job = DocStart2K(spooled.printer, spooled.id, printerName, document);
+  const uint32_t job = DocStart2K(spooled.printer, spooled.id, printerName, document);
   const bool written = write(job, text) == 1 && write(job, text) == 1;
   return DocEnd(job) == 1 && written;
 }
@@ -52,17 +53,17 @@ bool print(const std::string& text, const wchar_t* document = L"Editor - Re%20po
 class PrintJob : public testing::Test {
  protected:
   PrintJob() {
-    fs::remove_all(folder);
-    fs::create_directories(folder);
+    fs::remove_all(folder_);
+    fs::create_directories(folder_);
     RegDeleteTreeW(HKEY_CURRENT_USER, settingsKey);
-    set(L"DefaultSaveDir", folder.wstring());
-    fs::create_directories(launcher.parent_path());
-    fs::copy_file(ownProgram().replace_filename(L"test_launcher.exe"), launcher,
+    set(L"DefaultSaveDir", folder_.wstring());
+    fs::create_directories(launcher_.parent_path());
+    fs::copy_file(ownProgram().replace_filename(L"test_launcher.exe"), launcher_,
                   fs::copy_options::overwrite_existing);
   }
   ~PrintJob() override {
     stopLauncher();
-    fs::remove_all(folder);
+    fs::remove_all(folder_);
     RegDeleteTreeW(HKEY_CURRENT_USER, settingsKey);
   }
 
@@ -85,18 +86,20 @@ class PrintJob : public testing::Test {
     const HANDLE quit = OpenEventW(EVENT_MODIFY_STATE, FALSE, launcherQuitEvent);
     SetEvent(quit);
     CloseHandle(quit);
-    fs::path log = launcher;
+    fs::path log = launcher_;
     log.replace_extension(L".log");
     const std::string told = contentOf(log);
     // A program that runs cannot be removed.
     std::error_code error;
-    while (fs::exists(launcher) && !fs::remove(launcher, error)) Sleep(20);
+    while (fs::exists(launcher_) && !fs::remove(launcher_, error)) {
+      Sleep(20);
+    }
     fs::remove(log);
     return told;
   }
-  std::size_t files() const {
-    return static_cast<std::size_t>(
-        std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+  size_t files() const {
+    return static_cast<size_t>(
+        std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
   }
 
   // Another process that prints jobs, each of its own letter.
@@ -114,10 +117,10 @@ class PrintJob : public testing::Test {
     return started.hProcess;
   }
 
-  const TestPrinter printer{printerName};
-  const fs::path folder = fs::temp_directory_path() / L"quillpress-jobs";
-  const fs::path file = folder / L"Re port.pdf";
-  const fs::path launcher = fs::path(spoolerDriverDirectory()) / L"3" / L"tqpmsnd.exe";
+  const TestPrinter printer_{printerName};
+  const fs::path folder_ = fs::temp_directory_path() / L"quillpress-jobs";
+  const fs::path file_ = folder_ / L"Re port.pdf";
+  const fs::path launcher_ = fs::path(spoolerDriverDirectory()) / L"3" / L"tqpmsnd.exe";
 };
 
 constexpr int jobsOfOtherProcess = 5;
@@ -126,14 +129,16 @@ TEST(OtherProcess, DISABLED_Prints) {
   wchar_t letter[2] = {};
   GetEnvironmentVariableW(L"QUILLPRESS_LETTER", letter, 2);
   const std::string text(5000, static_cast<char>(letter[0]));
-  for (int i = 0; i < jobsOfOtherProcess; ++i) EXPECT_TRUE(print(text));
+  for (int i = 0; i < jobsOfOtherProcess; ++i) {
+    EXPECT_TRUE(print(text));
+  }
 }
 
 TEST_F(PrintJob, IsWrittenAndTheLauncherIsStartedAndTold) {
-  ASSERT_FALSE(fs::exists(file));
+  ASSERT_FALSE(fs::exists(file_));
   ASSERT_TRUE(print("%!PS\n"));
-  EXPECT_EQ(contentOf(file), "%!PS\n%!PS\n");
-  const std::string path = file.string();
+  EXPECT_EQ(contentOf(file_), "%!PS\n%!PS\n");
+  const std::string path = file_.string();
   EXPECT_EQ(stopLauncher(),
             "startprint|Jobs Printer\nstopprint|Jobs Printer|" + path + "|Editor - Re port.doc\n");
 }
@@ -144,7 +149,7 @@ TEST_F(PrintJob, StartsByThePrintersName) {
       reinterpret_cast<void*>(GetProcAddress(library, TQP_DOC_START)));
   ASSERT_NE(start, nullptr);
   std::wstring name = printerName;
-  const auto job = static_cast<std::uint32_t>(start(name.data()));
+  const auto job = static_cast<uint32_t>(start(name.data()));
   ASSERT_NE(job, 0u);
   EXPECT_EQ(write(job, "abc"), 1u);
   EXPECT_EQ(DocEnd(job), 1u);
@@ -170,7 +175,7 @@ TEST_F(PrintJob, TellsItsSettings) {
   set(L"DocInfoEnable", 1);
   set(L"DocInfoTitle", L"Caf\u00e9 & <Bar>");
   const SpoolJob spooled(printerName, L"Page");
-  const std::uint32_t handle = DocStart2K(spooled.printer, spooled.id, nullptr, nullptr);
+  const uint32_t handle = DocStart2K(spooled.printer, spooled.id, nullptr, nullptr);
   const void* const job = widened(handle);
 
   EXPECT_EQ(getIntVal(job, L"NUMBER", 5), 4711u);
@@ -206,12 +211,12 @@ TEST_F(PrintJob, TellsItsSettings) {
 TEST_F(PrintJob, IsUnknownOnceEndedAsAnyOtherNumber) {
   set(L"number", 4711);
   const SpoolJob spooled(printerName, L"Page");
-  const std::uint32_t handle = DocStart2K(spooled.printer, spooled.id, nullptr, nullptr);
+  const uint32_t handle = DocStart2K(spooled.printer, spooled.id, nullptr, nullptr);
   ASSERT_EQ(getIntVal(widened(handle), L"number", 6), 4711u);
   ASSERT_EQ(DocEnd(handle), 1u);
   wchar_t text[100] = L"before";
   char bytes[100] = "before";
-  for (const std::uint32_t bad : {handle, handle + 8, 0u, 0x10001u, 0xfffffff0u}) {
+  for (const uint32_t bad : {handle, handle + 8, 0u, 0x10001u, 0xfffffff0u}) {
     EXPECT_EQ(write(bad, "abc"), 0u) << bad;
     EXPECT_EQ(DocEnd(bad), 0u) << bad;
     EXPECT_EQ(getIntVal(widened(bad), L"number", 6), 6u) << bad;
@@ -229,9 +234,9 @@ TEST_F(PrintJob, SignalsItsEndWithoutALauncher) {
   EXPECT_TRUE(print("a"));
   EXPECT_EQ(WaitForSingleObject(finished, 0), WAIT_OBJECT_0);
   CloseHandle(finished);
-  EXPECT_EQ(stored(L"lastfile"), file.wstring());
+  EXPECT_EQ(stored(L"lastfile"), file_.wstring());
   EXPECT_EQ(stored(L"DocName"), L"Editor - Re port.doc");
-  EXPECT_EQ(contentOf(file), "aa");
+  EXPECT_EQ(contentOf(file_), "aa");
   EXPECT_EQ(stopLauncher(), "");
 }
 
@@ -243,9 +248,9 @@ TEST_F(PrintJob, PassesThroughToThePrinter) {
 }
 
 TEST_F(PrintJob, FailsWithoutALauncherThatStarts) {
-  fs::remove(launcher);
+  fs::remove(launcher_);
   const SpoolJob spooled(printerName, L"Page");
-  const std::uint32_t job = DocStart2K(spooled.printer, spooled.id, nullptr, nullptr);
+  const uint32_t job = DocStart2K(spooled.printer, spooled.id, nullptr, nullptr);
   EXPECT_EQ(write(job, "a"), 0u);
   EXPECT_EQ(write(job, "a"), 0u);
   EXPECT_EQ(DocEnd(job), 1u);
@@ -261,14 +266,14 @@ TEST_F(PrintJob, SharesTheMachineWithOtherProcesses) {
     EXPECT_EQ(status, 0u);
     CloseHandle(process);
   }
-  std::size_t ofA = 0;
-  for (const auto& entry : fs::directory_iterator(folder)) {
+  size_t ofA = 0;
+  for (const auto& entry : fs::directory_iterator(folder_)) {
     const std::string content = contentOf(entry.path());
     ofA += content == std::string(10'000, 'a');
     EXPECT_TRUE(content == std::string(10'000, 'a') || content == std::string(10'000, 'b'));
   }
-  EXPECT_EQ(ofA, std::size_t{jobsOfOtherProcess});
-  EXPECT_EQ(files(), std::size_t{2 * jobsOfOtherProcess});
+  EXPECT_EQ(ofA, size_t{jobsOfOtherProcess});
+  EXPECT_EQ(files(), size_t{2 * jobsOfOtherProcess});
   EXPECT_EQ(std::ranges::count(stopLauncher(), '\n'), 4 * jobsOfOtherProcess);
 }
 
@@ -283,22 +288,28 @@ TEST_F(PrintJob, GoesOnAfterAProcessThatDiedWithTheLock) {
 
   const HANDLE done = CreateEventW(nullptr, TRUE, FALSE, nullptr);
   std::thread answers([&] {
-    while (receiver.receive(60'000, done)) receiver.answer();
+    while (receiver.receive(60'000, done)) {
+      receiver.answer();
+    }
   });
   EXPECT_TRUE(print("b"));
   SetEvent(done);
   answers.join();
   CloseHandle(done);
-  EXPECT_EQ(contentOf(file), "bb");
+  EXPECT_EQ(contentOf(file_), "bb");
 }
 
 TEST_F(PrintJob, LeavesNothingBehindIn200Jobs) {
-  const auto printed = [&] { return print("%!PS\n") && fs::remove(file); };
-  for (int i = 0; i < 5; ++i) ASSERT_TRUE(printed());
-  const std::size_t handles = nextHandleNumber();
-  const std::size_t blocks = heapBlocks();
-  const std::size_t regions = lowRegions();
-  for (int i = 0; i < 200; ++i) ASSERT_TRUE(printed()) << i;
+  const auto printed = [&] { return print("%!PS\n") && fs::remove(file_); };
+  for (int i = 0; i < 5; ++i) {
+    ASSERT_TRUE(printed());
+  }
+  const size_t handles = nextHandleNumber();
+  const size_t blocks = heapBlocks();
+  const size_t regions = lowRegions();
+  for (int i = 0; i < 200; ++i) {
+    ASSERT_TRUE(printed()) << i;
+  }
   // The system may keep some of its own.
   EXPECT_LE(nextHandleNumber(), handles + 10);
   EXPECT_LE(heapBlocks(), blocks + 10);
@@ -307,7 +318,7 @@ TEST_F(PrintJob, LeavesNothingBehindIn200Jobs) {
 
 // A process that unloads the library in the midst of a job goes on.
 TEST_F(PrintJob, IsGivenUpWithTheLibrary) {
-  const fs::path copy = folder / L"copy.dll";
+  const fs::path copy = folder_ / L"copy.dll";
   wchar_t original[MAX_PATH] = {};
   GetModuleFileNameW(GetModuleHandleW(L"tqpumpd2k.dll"), original, MAX_PATH);
   fs::copy_file(original, copy);
@@ -322,3 +333,4 @@ TEST_F(PrintJob, IsGivenUpWithTheLibrary) {
 }
 
 }  // namespace
+}  // namespace umpd

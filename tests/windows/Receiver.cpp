@@ -2,11 +2,15 @@
 
 #include <lmcons.h>
 
+namespace umpd {
+
 Receiver::Receiver() = default;
 
 Receiver::~Receiver() {
-  UnmapViewOfFile(record);
-  for (const HANDLE handle : {mapping, event, mutex}) CloseHandle(handle);
+  UnmapViewOfFile(record_);
+  for (const HANDLE handle : {mapping_, event_, mutex_}) {
+    CloseHandle(handle);
+  }
 }
 
 std::wstring Receiver::name(const wchar_t* ending) {
@@ -17,11 +21,14 @@ std::wstring Receiver::name(const wchar_t* ending) {
 }
 
 std::optional<std::string> Receiver::receive(DWORD milliseconds, HANDLE other) {
-  const HANDLE awaited[] = {event, other};
-  if (WaitForMultipleObjects(2, awaited, FALSE, milliseconds) != WAIT_OBJECT_0) return {};
-  std::string message = std::string(record->command) + "|" + record->printerName;
-  if (record->outputFile[0])
-    message += std::string("|") + record->outputFile + "|" + record->docName;
+  const HANDLE awaited[] = {event_, other};
+  if (WaitForMultipleObjects(2, awaited, FALSE, milliseconds) != WAIT_OBJECT_0) {
+    return {};
+  }
+  std::string message = std::string(record_->command) + "|" + record_->printerName;
+  if (record_->outputFile[0]) {
+    message += std::string("|") + record_->outputFile + "|" + record_->docName;
+  }
   return message;
 }
 
@@ -30,3 +37,5 @@ void Receiver::answer() {
   SetEvent(end);
   CloseHandle(end);
 }
+
+}  // namespace umpd

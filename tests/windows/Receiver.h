@@ -8,6 +8,8 @@
 
 #include "umpd/LauncherStruct.h"
 
+namespace umpd {
+
 class Receiver {
  public:
   Receiver();
@@ -23,10 +25,12 @@ class Receiver {
  private:
   static std::wstring name(const wchar_t* ending);
 
-  HANDLE mutex = CreateMutexW(nullptr, FALSE, name(L"_mutex").c_str());
-  HANDLE event = CreateEventW(nullptr, FALSE, FALSE, name(L"_event").c_str());
-  HANDLE mapping = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
-                                      sizeof(LauncherStruct), name(L"_sm").c_str());
-  LauncherStruct* record =
-      static_cast<LauncherStruct*>(MapViewOfFile(mapping, FILE_MAP_ALL_ACCESS, 0, 0, 0));
+  HANDLE mutex_ = CreateMutexW(nullptr, FALSE, name(L"_mutex").c_str());
+  HANDLE event_ = CreateEventW(nullptr, FALSE, FALSE, name(L"_event").c_str());
+  HANDLE mapping_ = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
+                                       sizeof(LauncherStruct), name(L"_sm").c_str());
+  LauncherStruct* record_ =
+      static_cast<LauncherStruct*>(MapViewOfFile(mapping_, FILE_MAP_ALL_ACCESS, 0, 0, 0));
 };
+
+}  // namespace umpd

@@ -7,7 +7,7 @@
 #include "tests/windows/TestLauncher.h"
 
 int main() {
-  Receiver receiver;
+  umpd::Receiver receiver;
   const HANDLE quit = CreateEventW(nullptr, TRUE, FALSE, launcherQuitEvent);
   wchar_t program[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, program, MAX_PATH);

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <utility>
 
+namespace umpd {
 namespace {
 
 std::wstring driverName = L"Tarnwick Quillpress";
@@ -46,13 +47,17 @@ TestPrinter::TestPrinter(std::wstring printerName) : name(std::move(printerName)
   info.pDatatype = datatype;
   const HANDLE handle = AddPrinterW(nullptr, 2, reinterpret_cast<BYTE*>(&info));
   EXPECT_NE(handle, nullptr) << "no printer: error " << GetLastError();
-  if (handle) ClosePrinter(handle);
+  if (handle) {
+    ClosePrinter(handle);
+  }
 }
 
 TestPrinter::~TestPrinter() {
   HANDLE handle = nullptr;
   PRINTER_DEFAULTSW all{nullptr, nullptr, PRINTER_ALL_ACCESS};
-  if (!OpenPrinterW(name.data(), &handle, &all)) return;
+  if (!OpenPrinterW(name.data(), &handle, &all)) {
+    return;
+  }
   DeletePrinter(handle);
   ClosePrinter(handle);
 }
@@ -65,3 +70,5 @@ SpoolJob::SpoolJob(const std::wstring& printerName, std::wstring documentName)
   OpenPrinterW(name.data(), &printer, nullptr);
   id = StartDocPrinterW(printer, 1, reinterpret_cast<BYTE*>(&info));
 }
+
+}  // namespace umpd

@@ -8,6 +8,8 @@
 
 #include <string>
 
+namespace umpd {
+
 class TestPrinter {
  public:
   explicit TestPrinter(std::wstring printerName);
@@ -33,3 +35,5 @@ class SpoolJob {
 
 // Where the spooler keeps its drivers, without the folder of their version.
 std::wstring spoolerDriverDirectory();
+
+}  // namespace umpd

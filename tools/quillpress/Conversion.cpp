@@ -15,8 +15,8 @@
 #include "tools/quillpress/Job.h"
 #include "tools/quillpress/PagePress.h"
 #include "tools/quillpress/Progress.h"
-#include "tools/quillpress/System.h"
 
+#include "tools/quillpress/system/System.h"
 namespace quillpress {
 namespace {
 
@@ -222,7 +222,7 @@ InputReport convertFile(const std::string& input, const std::string& output,
 InputReport writeObjects(const std::string& input, const Options& options) {
   return guarded(input, "", [&] {
     const InputReport report = Conversion(input, "", options).run(input);
-    std::filesystem::create_directories(options.folder);
+    std::filesystem::create_directories(systemPath(options.folder));
     for (const PdfObject* record : pdfObjects()) {
       const std::string path = options.folder + "/" + (record->name + 1);
       const auto write = [](const std::string& name, std::string_view bytes) {

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "tools/quillpress/SourceText.h"
-#include "tools/quillpress/System.h"
+#include "tools/quillpress/system/System.h"
 
 namespace quillpress {
 namespace {

@@ -12,8 +12,10 @@
 #include <system_error>
 
 #include "tools/quillpress/ExitStatus.h"
+#include "tools/quillpress/Files.h"
 #include "tools/quillpress/HelpTexts.h"
 #include "tools/quillpress/PaperSize.h"
+#include "tools/quillpress/system/System.h"
 
 namespace quillpress {
 namespace {
@@ -120,12 +122,17 @@ std::vector<std::string> commandNames() {
 
 bool isPostScript(const std::string& path) {
   std::array<char, 2> start{};
-  std::ifstream(path, std::ios::binary).read(start.data(), start.size());
+  std::ifstream(systemPath(path), std::ios::binary).read(start.data(), start.size());
   return start[0] == '%' && start[1] == '!';
 }
 
+std::string utf8Path(const fs::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
 std::string pdfNameOf(const std::string& input) {
-  return fs::path(input).replace_extension().replace_extension(".pdf").string();
+  return utf8Path(systemPath(input).replace_extension(".pdf"));
 }
 
 class CommandLine {
@@ -222,6 +229,8 @@ void CommandLine::refuseExtra(const std::string& word) const {
 void CommandLine::run() {
   app_.set_help_flag();
   app_.allow_extras();
+  // A path that begins with a slash is no option, on Windows either.
+  app_.allow_windows_style_options(false);
   const bool takesTitle = options_.command == Command::name || options_.command == Command::xmp;
   if (takesTitle) {
     addTitleOptions();
@@ -256,7 +265,7 @@ void CommandLine::settleOutputs() {
     return;
   }
   if (files_.size() > 2 ||
-      (files_.size() == 2 && isPostScript(files_[1]) && !fs::equivalent(files_[0], files_[1]))) {
+      (files_.size() == 2 && isPostScript(files_[1]) && !isSameFile(files_[0], files_[1]))) {
     throw UsageFailure("for several inputs give --output-dir FOLDER; OUTPUT is never " +
                        std::string("PostScript"));
   }
@@ -287,7 +296,7 @@ void CommandLine::settleFiles() {
   }
   const std::string& first = files_[0];
   const std::string near = nearest(first, commandNames());
-  if (!commandIsNamed_ && !near.empty() && first != "-" && !fs::exists(first)) {
+  if (!commandIsNamed_ && !near.empty() && first != "-" && !fs::exists(systemPath(first))) {
     throw UsageFailure("there is neither a command nor a file " + first + "; is " + near +
                        " meant?");
   }
@@ -330,8 +339,8 @@ bool showsText(const std::vector<std::string>& words) {
 
 }  // namespace
 
-std::optional<Options> parseOptions(int argc, const char* const* argv, int& exitStatus) {
-  const std::vector<std::string> words(argv + 1, argv + argc);
+std::optional<Options> parseOptions(std::vector<std::string> words, int& exitStatus) {
+  words.erase(words.begin());
   if (showsText(words)) {
     exitStatus = exitWhole;
     return std::nullopt;

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/quillpress/System.h"
+#include "tools/quillpress/Files.h"
 
 namespace quillpress {
 

@@ -1,11 +1,19 @@
 #include "tools/quillpress/Progress.h"
 
+#include <chrono>
 #include <cstdio>
 #include <utility>
 
-#include "tools/quillpress/System.h"
+#include "tools/quillpress/Files.h"
 
 namespace quillpress {
+namespace {
+
+double wallSeconds() {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+}  // namespace
 
 Progress::Progress(std::string name, size_t pages, size_t bytes, bool wanted)
     : name_(std::move(name)),

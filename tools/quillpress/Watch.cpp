@@ -6,7 +6,7 @@
 #include "postscript/engine/Interpreter.h"
 #include "postscript/painting/Postscript2Pdf.h"
 #include "tools/quillpress/Advice.h"
-#include "tools/quillpress/System.h"
+#include "tools/quillpress/system/System.h"
 
 namespace quillpress {
 namespace {

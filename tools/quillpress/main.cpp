@@ -8,11 +8,12 @@
 
 #include "tools/quillpress/Conversion.h"
 #include "tools/quillpress/ExitStatus.h"
+#include "tools/quillpress/Files.h"
 #include "tools/quillpress/JsonReport.h"
 #include "tools/quillpress/OperatorList.h"
 #include "tools/quillpress/Options.h"
 #include "tools/quillpress/Summary.h"
-#include "tools/quillpress/System.h"
+#include "tools/quillpress/system/System.h"
 
 namespace {
 
@@ -81,10 +82,11 @@ int run(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  makeStandardStreamsBinary();
   prepareSignals();
   try {
     int exitStatus = exitWhole;
-    const auto options = parseOptions(argc, argv, exitStatus);
+    const auto options = parseOptions(systemArguments(argc, argv), exitStatus);
     return options ? run(*options) : exitStatus;
   } catch (const std::bad_alloc&) {
     std::cerr << "quillpress: not enough memory for this file; convert fewer pages at a time\n";

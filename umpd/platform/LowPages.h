@@ -3,6 +3,10 @@
 
 #include <cstddef>
 
+namespace umpd {
+
 // Zeroed; null if there is no room.
-std::byte* allocateLowPages(std::size_t size);
-void freeLowPages(std::byte* pages, std::size_t size);
+std::byte* allocateLowPages(size_t size);
+void freeLowPages(std::byte* pages, size_t size);
+
+}  // namespace umpd

@@ -4,30 +4,36 @@
 
 #include <utility>
 
+namespace umpd {
+
 template <class Group, class Handle>
 class Owned {
  public:
   Owned() = default;
-  Owned(Group& owner, Handle owned) : group(&owner), handle(owned) {}
-  Owned(Owned&& other) noexcept : group(other.group), handle(other.release()) {}
+  Owned(Group& group, Handle handle) : group_(&group), handle_(handle) {}
+  Owned(Owned&& other) noexcept : group_(other.group_), handle_(other.release()) {}
   Owned& operator=(Owned&& other) noexcept {
     if (this != &other) {
       reset();
-      group = other.group;
-      handle = other.release();
+      group_ = other.group_;
+      handle_ = other.release();
     }
     return *this;
   }
   ~Owned() { reset(); }
 
-  Handle get() const { return handle; }
-  explicit operator bool() const { return handle != Handle{}; }
-  Handle release() { return std::exchange(handle, Handle{}); }
+  Handle get() const { return handle_; }
+  explicit operator bool() const { return handle_ != Handle{}; }
+  Handle release() { return std::exchange(handle_, Handle{}); }
   void reset() {
-    if (handle != Handle{}) group->close(release());
+    if (handle_ != Handle{}) {
+      group_->close(release());
+    }
   }
 
  private:
-  Group* group = nullptr;
-  Handle handle{};
+  Group* group_ = nullptr;
+  Handle handle_{};
 };
+
+}  // namespace umpd

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace umpd {
+
 bool SystemVersion::isNt4() {
   const auto version = query();
   return version && version->major == 4 && version->platformId == 2;
@@ -24,19 +26,22 @@ bool SystemVersion::isVistaOrLater() {
 
 std::u16string RegistryValue::text() const {
   std::u16string result;
-  for (std::size_t i = 0; i + 1 < data.size(); i += 2) {
+  for (size_t i = 0; i + 1 < data.size(); i += 2) {
     const auto unit = static_cast<char16_t>(std::to_integer<unsigned>(data[i]) |
                                             std::to_integer<unsigned>(data[i + 1]) << 8);
-    if (unit == 0) break;
+    if (unit == 0) {
+      break;
+    }
     result += unit;
   }
   return result;
 }
 
-std::uint32_t RegistryValue::dword() const {
-  std::uint32_t value = 0;
-  for (std::size_t i = 0; i < std::min<std::size_t>(data.size(), 4); ++i)
-    value |= std::to_integer<std::uint32_t>(data[i]) << (8 * i);
+uint32_t RegistryValue::dword() const {
+  uint32_t value = 0;
+  for (size_t i = 0; i < std::min<size_t>(data.size(), 4); ++i) {
+    value |= std::to_integer<uint32_t>(data[i]) << (8 * i);
+  }
   return value;
 }
 
@@ -45,6 +50,8 @@ bool Registry::writeText(KeyHandle key, const std::u16string& name, const std::u
                     std::as_bytes(std::span(text.c_str(), text.size() + 1)));
 }
 
-bool Registry::writeDword(KeyHandle key, const std::u16string& name, std::uint32_t value) {
+bool Registry::writeDword(KeyHandle key, const std::u16string& name, uint32_t value) {
   return writeValue(key, name, registryDword, std::as_bytes(std::span(&value, 1)));
 }
+
+}  // namespace umpd

@@ -21,24 +21,26 @@
 
 #include "umpd/platform/Owned.h"
 
+namespace umpd {
+
 // What a call answers in lastError() when its buffer is too small: the normal answer to a question
 // for the size.
-inline constexpr std::uint32_t errorInsufficientBuffer = 122;
-inline constexpr std::uint32_t errorNotEnoughMemory = 8;
+inline constexpr uint32_t errorInsufficientBuffer = 122;
+inline constexpr uint32_t errorNotEnoughMemory = 8;
 
 // An answer to a question for a buffer's size.
 struct SizeAnswer {
   bool succeeded = false;
-  std::uint32_t needed = 0;
-  std::uint32_t error = 0;  // of a call that did not succeed
+  uint32_t needed = 0;
+  uint32_t error = 0;  // of a call that did not succeed
 };
 
 // --- Version ---
 
 struct OsVersion {
-  std::uint32_t major = 0;
-  std::uint32_t minor = 0;
-  std::uint32_t platformId = 0;  // 1: Windows 9x, 2: the NT line
+  uint32_t major = 0;
+  uint32_t minor = 0;
+  uint32_t platformId = 0;  // 1: Windows 9x, 2: the NT line
 };
 
 class SystemVersion {
@@ -56,9 +58,9 @@ class SystemVersion {
 
 // --- Code loaded at run time ---
 
-enum class ModuleHandle : std::uintptr_t {};
+enum class ModuleHandle : uintptr_t {};
 // A function's address; 0 is "not there". Operations that take one call it, and need it not 0.
-enum class FunctionAddress : std::uintptr_t {};
+enum class FunctionAddress : uintptr_t {};
 
 class Modules;
 using OwnedModule = Owned<Modules, ModuleHandle>;
@@ -73,18 +75,22 @@ class Modules {
 
 // --- Registry ---
 
-enum class KeyHandle : std::uintptr_t {};
+enum class KeyHandle : uintptr_t {};
 
-constexpr KeyHandle predefinedKey(std::uint32_t number) {
-  return KeyHandle{static_cast<std::uintptr_t>(std::intptr_t{static_cast<std::int32_t>(number)})};
+constexpr KeyHandle predefinedKey(uint32_t number) {
+  return KeyHandle{static_cast<uintptr_t>(intptr_t{static_cast<int32_t>(number)})};
 }
 inline constexpr KeyHandle keyCurrentUser = predefinedKey(0x80000001);
 inline constexpr KeyHandle keyLocalMachine = predefinedKey(0x80000002);
 inline constexpr KeyHandle keyUsers = predefinedKey(0x80000003);
 
+// Access masks.
+inline constexpr uint32_t keyRead = 1;
+inline constexpr uint32_t keyWrite = 2;
+
 // The value types in use. Any other number can be met in reading.
-inline constexpr std::uint32_t registryText = 1;
-inline constexpr std::uint32_t registryDword = 4;
+inline constexpr uint32_t registryText = 1;
+inline constexpr uint32_t registryDword = 4;
 
 class Registry;
 using OwnedKey = Owned<Registry, KeyHandle>;
@@ -99,48 +105,46 @@ enum class RegistryAnswer { ok, absent, failed };
 struct RegistryValue {
   RegistryAnswer answer = RegistryAnswer::failed;
   std::u16string name;
-  std::uint32_t type = 0;
+  uint32_t type = 0;
   std::vector<std::byte> data;
 
   bool ok() const { return answer == RegistryAnswer::ok; }
   // The data as text, up to its first NUL; an odd byte at the end is left out.
   std::u16string text() const;
   // The data as a number, low byte first; missing bytes count as 0.
-  std::uint32_t dword() const;
+  uint32_t dword() const;
 };
 
 struct KeyInfo {
-  std::uint32_t valueCount = 0;
-  std::uint32_t longestName = 0;  // characters, without the terminator
-  std::uint32_t longestData = 0;  // bytes
+  uint32_t valueCount = 0;
+  uint32_t longestName = 0;  // characters, without the terminator
+  uint32_t longestData = 0;  // bytes
 };
 
 class Registry {
  public:
   virtual ~Registry() = default;
-  virtual CreatedKey createKey(KeyHandle parent, const std::u16string& subkey,
-                               std::uint32_t access) = 0;
-  virtual OwnedKey openKey(KeyHandle parent, const std::u16string& subkey,
-                           std::uint32_t access) = 0;
+  virtual CreatedKey createKey(KeyHandle parent, const std::u16string& subkey, uint32_t access) = 0;
+  virtual OwnedKey openKey(KeyHandle parent, const std::u16string& subkey, uint32_t access) = 0;
   // Calls RegOpenCurrentUser: the hive of the thread's user.
-  virtual OwnedKey openCurrentUser(FunctionAddress call, std::uint32_t access) = 0;
+  virtual OwnedKey openCurrentUser(FunctionAddress call, uint32_t access) = 0;
   // Data of more than `room` bytes is a failure; an unknown name is "absent".
-  virtual RegistryValue readValue(KeyHandle key, const std::u16string& name, std::size_t room) = 0;
+  virtual RegistryValue readValue(KeyHandle key, const std::u16string& name, size_t room) = 0;
   // True if there is a value of that name, of whatever type and content.
   virtual bool hasValue(KeyHandle key, const std::u16string& name) = 0;
-  virtual bool writeValue(KeyHandle key, const std::u16string& name, std::uint32_t type,
+  virtual bool writeValue(KeyHandle key, const std::u16string& name, uint32_t type,
                           std::span<const std::byte> data) = 0;
   virtual std::optional<KeyInfo> queryInfo(KeyHandle key) = 0;
   // "absent" behind the last value. A name of `nameRoom` characters (its terminator takes one) or
   // data of more than `dataRoom` bytes is a failure.
-  virtual RegistryValue enumerateValue(KeyHandle key, std::uint32_t index, std::size_t nameRoom,
-                                       std::size_t dataRoom) = 0;
+  virtual RegistryValue enumerateValue(KeyHandle key, uint32_t index, size_t nameRoom,
+                                       size_t dataRoom) = 0;
   // Closing a predefined key does nothing.
   virtual void close(KeyHandle key) = 0;
 
   // Text goes with its terminator.
   bool writeText(KeyHandle key, const std::u16string& name, const std::u16string& text);
-  bool writeDword(KeyHandle key, const std::u16string& name, std::uint32_t value);
+  bool writeDword(KeyHandle key, const std::u16string& name, uint32_t value);
 };
 
 // --- Profile files ---
@@ -148,18 +152,18 @@ class Registry {
 class ProfileFiles {
  public:
   virtual ~ProfileFiles() = default;
-  virtual std::uint32_t readInt(const std::u16string& path, const std::u16string& section,
-                                const std::u16string& key, std::uint32_t defaultValue) = 0;
+  virtual uint32_t readInt(const std::u16string& path, const std::u16string& section,
+                           const std::u16string& key, uint32_t defaultValue) = 0;
   // The section's `key=value` texts, each ended by a NUL, as a buffer of `room` characters takes
   // them. If they do not fit, the last is cut and has no NUL. Empty if there is nothing.
   virtual std::u16string readSection(const std::u16string& path, const std::u16string& section,
-                                     std::size_t room) = 0;
+                                     size_t room) = 0;
 };
 
 // --- Spooler ---
 
-enum class PrinterHandle : std::uintptr_t {};
-enum class TokenHandle : std::uintptr_t {};
+enum class PrinterHandle : uintptr_t {};
+enum class TokenHandle : uintptr_t {};
 
 class Spooler;
 using OwnedPrinter = Owned<Spooler, PrinterHandle>;
@@ -169,35 +173,35 @@ struct PrinterInfo {
   std::optional<std::u16string> printerName;
   std::optional<std::u16string> portName;
   std::optional<std::u16string> driverName;
-  std::uint32_t jobs = 0;
+  uint32_t jobs = 0;
 };
 
 // A job's record of level 2, read in the narrow form.
 struct JobInfo {
-  std::uint32_t jobId = 0;
+  uint32_t jobId = 0;
   std::optional<std::u16string> document;
   std::optional<std::u16string> statusText;
-  std::uint32_t status = 0;
-  std::uint32_t position = 0;
+  uint32_t status = 0;
+  uint32_t position = 0;
 };
 
 // The device settings that a printer is opened with. What is not named here is 0.
 struct DevMode {
   std::u16string deviceName;  // at most 31 characters
-  std::uint16_t specVersion = 0;
-  std::uint16_t driverVersion = 0;
-  std::uint16_t size = 0;         // of the public record
-  std::uint16_t driverExtra = 0;  // bytes behind it, zeros
-  std::uint32_t fields = 0;
-  std::int16_t orientation = 0;
-  std::int16_t paperSize = 0;
-  std::int16_t scale = 0;
-  std::int16_t copies = 0;
-  std::int16_t defaultSource = 0;
-  std::int16_t printQuality = 0;
-  std::int16_t color = 0;
-  std::int16_t duplex = 0;
-  std::int16_t ttOption = 0;
+  uint16_t specVersion = 0;
+  uint16_t driverVersion = 0;
+  uint16_t size = 0;         // of the public record
+  uint16_t driverExtra = 0;  // bytes behind it, zeros
+  uint32_t fields = 0;
+  int16_t orientation = 0;
+  int16_t paperSize = 0;
+  int16_t scale = 0;
+  int16_t copies = 0;
+  int16_t defaultSource = 0;
+  int16_t printQuality = 0;
+  int16_t color = 0;
+  int16_t duplex = 0;
+  int16_t ttOption = 0;
   std::u16string formName;  // at most 31 characters
 };
 
@@ -206,32 +210,32 @@ class Spooler {
   virtual ~Spooler() = default;
   // With datatype "RAW".
   virtual OwnedPrinter openPrinter(const std::u16string& name, const DevMode& devMode,
-                                   std::uint32_t access) = 0;
+                                   uint32_t access) = 0;
   virtual void close(PrinterHandle printer) = 0;
 
   // Questions come in pairs, first for the size and then for the data. What the spooler has to tell
   // may grow or shrink between the two; data that does not fit is a failure, and so is want of
   // memory for it, which lastError() tells as errorNotEnoughMemory.
   virtual SizeAnswer printerSize(PrinterHandle printer) = 0;
-  virtual std::optional<PrinterInfo> printer(PrinterHandle printer, std::uint32_t size) = 0;
-  virtual SizeAnswer jobsSize(PrinterHandle printer, std::uint32_t first, std::uint32_t count) = 0;
-  virtual std::optional<std::vector<JobInfo>> jobs(PrinterHandle printer, std::uint32_t first,
-                                                   std::uint32_t count, std::uint32_t size) = 0;
+  virtual std::optional<PrinterInfo> printer(PrinterHandle printer, uint32_t size) = 0;
+  virtual SizeAnswer jobsSize(PrinterHandle printer, uint32_t first, uint32_t count) = 0;
+  virtual std::optional<std::vector<JobInfo>> jobs(PrinterHandle printer, uint32_t first,
+                                                   uint32_t count, uint32_t size) = 0;
   // All local printers and connections. The size is 0 if there are none, or on failure.
-  virtual std::uint32_t printersSize() = 0;
-  virtual std::optional<std::vector<PrinterInfo>> printers(std::uint32_t size) = 0;
+  virtual uint32_t printersSize() = 0;
+  virtual std::optional<std::vector<PrinterInfo>> printers(uint32_t size) = 0;
   // The driver directory in bytes, terminator included, and then itself; `narrow` asks through the
   // narrow call. The size is 0 on failure.
-  virtual std::uint32_t driverDirectorySize(bool narrow) = 0;
-  virtual std::optional<std::u16string> driverDirectory(bool narrow, std::uint32_t size) = 0;
+  virtual uint32_t driverDirectorySize(bool narrow) = 0;
+  virtual std::optional<std::u16string> driverDirectory(bool narrow, uint32_t size) = 0;
 
   // The document's name of a job, by the wide call; empty also if the job has none.
-  virtual std::optional<std::u16string> jobDocument(PrinterHandle printer, std::uint32_t jobId) = 0;
+  virtual std::optional<std::u16string> jobDocument(PrinterHandle printer, uint32_t jobId) = 0;
   // Level 0, no record: command 3 cancels, 5 deletes.
-  virtual bool setJob(PrinterHandle printer, std::uint32_t jobId, std::uint32_t command) = 0;
+  virtual bool setJob(PrinterHandle printer, uint32_t jobId, uint32_t command) = 0;
   // `written` is set in any case that the call sets it.
   virtual bool writePrinter(PrinterHandle printer, std::span<const std::byte> data,
-                            std::uint32_t& written) = 0;
+                            uint32_t& written) = 0;
 
   // RevertToPrinterSelf, ImpersonatePrinterClient: out of the client's token, and back into it.
   virtual TokenHandle revertToPrinterSelf(FunctionAddress call) = 0;
@@ -240,14 +244,14 @@ class Spooler {
 
 // --- Security ---
 
-enum class DescriptorHandle : std::uintptr_t {};
-enum class AclHandle : std::uintptr_t {};
+enum class DescriptorHandle : uintptr_t {};
+enum class AclHandle : uintptr_t {};
 
 class Security;
 using OwnedDescriptor = Owned<Security, DescriptorHandle>;
 
 struct SecurityAttributes {
-  std::uint32_t length = 0;
+  uint32_t length = 0;
   DescriptorHandle descriptor{};
   bool inherit = false;
 };
@@ -256,7 +260,7 @@ class Security {
  public:
   virtual ~Security() = default;
   // `size` zeroed bytes for a descriptor.
-  virtual OwnedDescriptor allocateDescriptor(std::size_t size) = 0;
+  virtual OwnedDescriptor allocateDescriptor(size_t size) = 0;
   // Revision 1.
   virtual bool initialize(DescriptorHandle descriptor) = 0;
   // A list that is present, null and not defaulted: everybody may do everything.
@@ -272,7 +276,7 @@ class Security {
 
 // --- Named objects and shared memory ---
 
-enum class ObjectHandle : std::uintptr_t {};
+enum class ObjectHandle : uintptr_t {};
 
 class NamedObjects;
 // Mutexes, events, mappings and processes.
@@ -281,14 +285,14 @@ using OwnedObject = Owned<NamedObjects, ObjectHandle>;
 using OwnedView = Owned<NamedObjects, std::byte*>;
 
 // Numbers as the system has them. An abandoned lock is acquired.
-enum class WaitAnswer : std::uint32_t {
+enum class WaitAnswer : uint32_t {
   signalled = 0,
   abandoned = 0x80,
   timedOut = 258,
   failed = 0xFFFFFFFF
 };
 
-inline constexpr std::uint32_t noTimeLimit = 0xFFFFFFFF;
+inline constexpr uint32_t noTimeLimit = 0xFFFFFFFF;
 
 class NamedObjects {
  public:
@@ -304,10 +308,10 @@ class NamedObjects {
                                   const std::u16string& name) = 0;
   virtual OwnedObject openEvent(const std::u16string& name) = 0;
   virtual bool setEvent(ObjectHandle event) = 0;
-  virtual WaitAnswer wait(ObjectHandle object, std::uint32_t milliseconds) = 0;
+  virtual WaitAnswer wait(ObjectHandle object, uint32_t milliseconds) = 0;
   // On the paging file, to read and write, zeros at first.
   virtual OwnedObject createMapping(const SecurityAttributes* security, const std::u16string& name,
-                                    std::uint32_t size) = 0;
+                                    uint32_t size) = 0;
   virtual OwnedObject openMapping(const std::u16string& name) = 0;
   // The whole mapping, to read and write.
   virtual OwnedView mapView(ObjectHandle mapping) = 0;
@@ -317,13 +321,13 @@ class NamedObjects {
 
 // --- Files and folders ---
 
-enum class FileHandle : std::uintptr_t {};
+enum class FileHandle : uintptr_t {};
 // What a file that could not be opened has for a handle. It is not "none", and an owner closes it.
 inline constexpr FileHandle invalidFile = FileHandle{UINTPTR_MAX};
 
-enum class Disposition : std::uint32_t { createAlways = 2, openAlways = 4 };
+enum class Disposition : uint32_t { createAlways = 2, openAlways = 4 };
 
-inline constexpr std::uint32_t attributeDirectory = 0x10;
+inline constexpr uint32_t attributeDirectory = 0x10;
 
 // Special folders, by the shell's numbers.
 enum class SpecialFolder : int { documents = 5, applicationData = 26, localApplicationData = 28 };
@@ -336,18 +340,18 @@ class Files {
   virtual ~Files() = default;
   // To write; others may read meanwhile; normal attributes. invalidFile on failure.
   virtual FileHandle openForWriting(const std::u16string& path, Disposition disposition) = 0;
-  virtual bool write(FileHandle file, std::span<const std::byte> data, std::uint32_t& written) = 0;
+  virtual bool write(FileHandle file, std::span<const std::byte> data, uint32_t& written) = 0;
   virtual bool seekToEnd(FileHandle file) = 0;
   // Any handle but none, invalidFile too.
   virtual void close(FileHandle file) = 0;
   virtual bool remove(const std::u16string& path) = 0;
   // Empty if there is nothing of that name. This is the status query too.
-  virtual std::optional<std::uint32_t> attributes(const std::u16string& path) = 0;
+  virtual std::optional<uint32_t> attributes(const std::u16string& path) = 0;
   // One directory, in a directory that stands.
   virtual bool makeDirectory(const std::u16string& path) = 0;
   // The first line of a text file with its line end, at most `limit` bytes, and up to a NUL in it;
   // an empty text if the file has none. No value if the file cannot be opened.
-  virtual std::optional<std::string> readLine(const std::u16string& path, std::size_t limit) = 0;
+  virtual std::optional<std::string> readLine(const std::u16string& path, size_t limit) = 0;
 
   // The folder's path, which may be empty.
   virtual std::optional<std::u16string> specialFolder(SpecialFolder folder) = 0;
@@ -360,9 +364,9 @@ class Files {
 struct ProcessRequest {
   std::u16string commandLine;  // no application name goes beside it
   std::u16string directory;    // empty: the caller's
-  std::uint32_t creationFlags = 0;
+  uint32_t creationFlags = 0;
   // The window's first state, if one is asked for.
-  std::optional<std::uint16_t> showState;
+  std::optional<uint16_t> showState;
 };
 
 class Processes {
@@ -370,8 +374,8 @@ class Processes {
   virtual ~Processes() = default;
   // The process, to wait on with NamedObjects::wait; its thread's handle is closed already.
   virtual OwnedObject create(const ProcessRequest& request) = 0;
-  virtual std::optional<std::uint32_t> exitCode(ObjectHandle process) = 0;
-  virtual std::uint32_t currentThreadId() = 0;
+  virtual std::optional<uint32_t> exitCode(ObjectHandle process) = 0;
+  virtual uint32_t currentThreadId() = 0;
   // Calls IEIsProtectedModeProcess: true if its out value is 1.
   virtual bool isProtectedMode(FunctionAddress call) = 0;
 };
@@ -381,13 +385,13 @@ class Processes {
 // A security identifier of revision 1, taken apart.
 struct Sid {
   bool valid = false;
-  std::array<std::uint8_t, 6> authority{};
-  std::vector<std::uint32_t> subAuthorities;
+  std::array<uint8_t, 6> authority{};
+  std::vector<uint32_t> subAuthorities;
 };
 
 struct AccountSizes {
-  std::uint32_t sid = 0;     // bytes
-  std::uint32_t domain = 0;  // characters
+  uint32_t sid = 0;     // bytes
+  uint32_t domain = 0;  // characters
 };
 
 class Accounts {
@@ -420,43 +424,41 @@ class Clock {
  public:
   virtual ~Clock() = default;
   // Milliseconds since the system's start; wraps.
-  virtual std::uint32_t tickCount() = 0;
-  virtual void sleep(std::uint32_t milliseconds) = 0;
+  virtual uint32_t tickCount() = 0;
+  virtual void sleep(uint32_t milliseconds) = 0;
   // Seconds since 1970, UTC.
-  virtual std::int64_t now() = 0;
+  virtual int64_t now() = 0;
   // The local calendar at that moment, daylight saving included.
-  virtual std::optional<CalendarTime> localTime(std::int64_t time) = 0;
+  virtual std::optional<CalendarTime> localTime(int64_t time) = 0;
   // Minutes to add to local standard time to reach UTC.
-  virtual std::int32_t timeZoneBias() = 0;
+  virtual int32_t timeZoneBias() = 0;
 };
 
 class Random {
  public:
   virtual ~Random() = default;
-  virtual void seed(std::uint32_t value) = 0;
+  virtual void seed(uint32_t value) = 0;
   // 0 to 32767.
-  virtual std::uint32_t next() = 0;
+  virtual uint32_t next() = 0;
 };
 
 // --- Messages and texts ---
 
 // The flag of a box that shows with no desktop of its own.
-inline constexpr std::uint32_t serviceNotification = 0x200000;
+inline constexpr uint32_t serviceNotification = 0x200000;
 
 class Messages {
  public:
   virtual ~Messages() = default;
   // Boxes have no owner window.
-  virtual void box(const std::u16string& text, const std::u16string& caption,
-                   std::uint32_t flags) = 0;
-  virtual void narrowBox(const std::string& text, const std::string& caption,
-                         std::uint32_t flags) = 0;
+  virtual void box(const std::u16string& text, const std::u16string& caption, uint32_t flags) = 0;
+  virtual void narrowBox(const std::string& text, const std::string& caption, uint32_t flags) = 0;
   virtual void debug(const std::u16string& text) = 0;
   virtual void narrowDebug(const std::string& text) = 0;
-  virtual std::uint32_t lastError() = 0;
-  virtual void setLastError(std::uint32_t error) = 0;
+  virtual uint32_t lastError() = 0;
+  virtual void setLastError(uint32_t error) = 0;
   // The system's text for an error.
-  virtual std::optional<std::u16string> errorText(std::uint32_t error) = 0;
+  virtual std::optional<std::u16string> errorText(uint32_t error) = 0;
 };
 
 class TextConversion {
@@ -480,7 +482,7 @@ class LowMemory {
  public:
   virtual ~LowMemory() = default;
   // Zeroed, page by page: for a few records that live long. None if there is no room below 4 GiB.
-  virtual OwnedLowBlock allocate(std::size_t size) = 0;
+  virtual OwnedLowBlock allocate(size_t size) = 0;
   virtual void close(std::byte* block) = 0;
 };
 
@@ -513,3 +515,5 @@ struct Platform {
   LowMemory& memory;
   ProcessState process{};
 };
+
+}  // namespace umpd

@@ -1,6 +1,7 @@
 // The contract over the real system, which lends the suite a printer, a folder and a key.
 #include <windows.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <thread>
@@ -9,6 +10,7 @@
 #include "tests/windows/TestPrinter.h"
 #include "umpd/platform/win32/Win32Platform.h"
 
+namespace umpd {
 namespace {
 
 const wchar_t* wide(const std::u16string& text) {
@@ -33,7 +35,7 @@ void writeWhole(const std::u16string& path, const std::string& content) {
 class Win32ContractMachine : public ContractMachine {
  public:
   explicit Win32ContractMachine(std::unique_ptr<Win32Platform> real)
-      : ContractMachine(real->platform), machine(std::move(real)) {
+      : ContractMachine(real->platform), machine_(std::move(real)) {
     wchar_t temporary[MAX_PATH] = {};
     GetTempPathW(MAX_PATH, temporary);
     folder = text(temporary) + u"quillpress-contract-" + text(std::to_wstring(serial()).c_str());
@@ -44,7 +46,7 @@ class Win32ContractMachine : public ContractMachine {
     RegDeleteTreeW(HKEY_CURRENT_USER, wide(key));
     program = u"cmd.exe /c exit 3";
     answersForJobs = knowsProtectedMode = !isWine();
-    printer = text(installed.name.c_str());
+    printer = text(installed_.name.c_str());
     port = u"LPT1:";
   }
   ~Win32ContractMachine() override {
@@ -56,14 +58,15 @@ class Win32ContractMachine : public ContractMachine {
                     const std::vector<std::u16string>& lines) override {
     std::string content(1, '[');
     content.append(section.begin(), section.end()).append("]\r\n");
-    for (const std::u16string& line : lines)
+    for (const std::u16string& line : lines) {
       content.append(line.begin(), line.end()).append("\r\n");
+    }
     writeWhole(path, content);
   }
 
-  std::uint32_t startJob(const std::u16string& document) override {
-    job = std::make_unique<SpoolJob>(installed.name, wide(document));
-    return job->id;
+  uint32_t startJob(const std::u16string& document) override {
+    job_ = std::make_unique<SpoolJob>(installed_.name, wide(document));
+    return job_->id;
   }
 
   void abandonMutex(const std::u16string& name) override {
@@ -78,9 +81,9 @@ class Win32ContractMachine : public ContractMachine {
     return next++;
   }
 
-  std::unique_ptr<Win32Platform> machine;
-  TestPrinter installed{L"Contract Printer"};
-  std::unique_ptr<SpoolJob> job;
+  std::unique_ptr<Win32Platform> machine_;
+  TestPrinter installed_{L"Contract Printer"};
+  std::unique_ptr<SpoolJob> job_;
 };
 
 std::unique_ptr<ContractMachine> makeWin32Machine() {
@@ -90,3 +93,4 @@ std::unique_ptr<ContractMachine> makeWin32Machine() {
 INSTANTIATE_TEST_SUITE_P(Win32, PlatformContract, testing::Values(makeWin32Machine));
 
 }  // namespace
+}  // namespace umpd

@@ -13,6 +13,8 @@
 #include <string_view>
 #include <vector>
 
+namespace umpd {
+
 class Journal {
  public:
   struct Call {
@@ -25,34 +27,36 @@ class Journal {
   // Enters an operation; false if it shall fail now.
   bool may(const std::string& operation, std::u16string_view detail = {});
   // Gives false, for `return fails(error)`.
-  bool fails(std::uint32_t error);
+  bool fails(uint32_t error);
 
   // The n-th operation from now that can fail, counted from 1; 0 for none.
-  void failCall(std::size_t n) { countdown = n; }
+  void failCall(size_t n) { countdown_ = n; }
   // Which one it was; empty as long as it has not come.
-  const std::string& pickedOperation() const { return failed; }
+  const std::string& pickedOperation() const { return failed_; }
   // All operations of a name, until told otherwise.
-  void failAlways(const std::string& operation, bool fail = true) { failing[operation] = fail; }
+  void failAlways(const std::string& operation, bool fail = true) { failing_[operation] = fail; }
   void before(const std::string& operation, std::function<void()> hook);
 
-  const std::vector<Call>& calls() const { return log; }
-  std::size_t count(const std::string& operation) const;
+  const std::vector<Call>& calls() const { return log_; }
+  size_t count(const std::string& operation) const;
   // The detail of an operation's last call; empty if there was none.
   std::u16string last(const std::string& operation) const;
-  void clear() { log.clear(); }
+  void clear() { log_.clear(); }
 
-  std::uintptr_t newHandle() { return nextHandle += 4; }
+  uintptr_t newHandle() { return nextHandle_ += 4; }
 
-  std::uint32_t lastError = 0;
+  uint32_t lastError = 0;
 
   // The error of a call that was made to fail.
-  static constexpr std::uint32_t deviceNotFunctioning = 31;
+  static constexpr uint32_t deviceNotFunctioning = 31;
 
  private:
-  std::vector<Call> log;
-  std::map<std::string, std::function<void()>> hooks;
-  std::map<std::string, bool> failing;
-  std::size_t countdown = 0;
-  std::string failed;
-  std::uintptr_t nextHandle = 0x100;
+  std::vector<Call> log_;
+  std::map<std::string, std::function<void()>> hooks_;
+  std::map<std::string, bool> failing_;
+  size_t countdown_ = 0;
+  std::string failed_;
+  uintptr_t nextHandle_ = 0x100;
 };
+
+}  // namespace umpd

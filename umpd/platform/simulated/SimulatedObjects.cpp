@@ -1,79 +1,102 @@
 #include "umpd/platform/simulated/SimulatedObjects.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <utility>
 
+namespace umpd {
 namespace {
 
 using Kind = SimulatedObject::Kind;
 
-constexpr std::uint32_t errorFileNotFound = 2;
-constexpr std::uint32_t errorInvalidHandle = 6;
-constexpr std::uint32_t errorNotOwner = 288;
-constexpr std::uint32_t errorInvalidSecurityDescriptor = 1338;
+constexpr uint32_t errorFileNotFound = 2;
+constexpr uint32_t errorInvalidHandle = 6;
+constexpr uint32_t errorNotOwner = 288;
+constexpr uint32_t errorInvalidSecurityDescriptor = 1338;
 constexpr std::u16string_view sessionPrefix = u"Local\\";
 
 }  // namespace
 
-OwnedDescriptor SimulatedSecurity::allocateDescriptor(std::size_t size) {
-  if (!journal.may("allocateDescriptor")) return {};
-  const DescriptorHandle handle{journal.newHandle()};
-  descriptors[handle].size = size;
+OwnedDescriptor SimulatedSecurity::allocateDescriptor(size_t size) {
+  if (!journal_.may("allocateDescriptor")) {
+    return {};
+  }
+  const DescriptorHandle handle{journal_.newHandle()};
+  descriptors_[handle].size = size;
   return OwnedDescriptor(*this, handle);
 }
 
 const SimulatedDescriptor* SimulatedSecurity::find(DescriptorHandle descriptor) const {
-  const auto found = descriptors.find(descriptor);
-  return found == descriptors.end() ? nullptr : &found->second;
+  const auto found = descriptors_.find(descriptor);
+  return found == descriptors_.end() ? nullptr : &found->second;
 }
 
 SimulatedDescriptor* SimulatedSecurity::valid(DescriptorHandle descriptor) {
-  const auto found = descriptors.find(descriptor);
-  if (found != descriptors.end() && found->second.initialized) return &found->second;
-  journal.fails(errorInvalidSecurityDescriptor);
+  const auto found = descriptors_.find(descriptor);
+  if (found != descriptors_.end() && found->second.initialized) {
+    return &found->second;
+  }
+  journal_.fails(errorInvalidSecurityDescriptor);
   return nullptr;
 }
 
 bool SimulatedSecurity::initialize(DescriptorHandle descriptor) {
-  if (!journal.may("initializeDescriptor")) return false;
-  const auto found = descriptors.find(descriptor);
-  if (found == descriptors.end()) return journal.fails(errorInvalidSecurityDescriptor);
+  if (!journal_.may("initializeDescriptor")) {
+    return false;
+  }
+  const auto found = descriptors_.find(descriptor);
+  if (found == descriptors_.end()) {
+    return journal_.fails(errorInvalidSecurityDescriptor);
+  }
   return found->second.initialized = true;
 }
 
 bool SimulatedSecurity::setNullDacl(DescriptorHandle descriptor) {
-  if (!journal.may("setNullDacl")) return false;
+  if (!journal_.may("setNullDacl")) {
+    return false;
+  }
   SimulatedDescriptor* found = valid(descriptor);
   return found && (found->nullDacl = true);
 }
 
 OwnedDescriptor SimulatedSecurity::convertText(FunctionAddress /*call*/, const std::string& text) {
-  if (!journal.may("convertText", std::u16string(text.begin(), text.end()))) return {};
-  const DescriptorHandle handle{journal.newHandle()};
-  descriptors[handle].initialized = true;
-  descriptors[handle].label = text;
+  if (!journal_.may("convertText", std::u16string(text.begin(), text.end()))) {
+    return {};
+  }
+  const DescriptorHandle handle{journal_.newHandle()};
+  descriptors_[handle].initialized = true;
+  descriptors_[handle].label = text;
   return OwnedDescriptor(*this, handle);
 }
 
 std::optional<AclHandle> SimulatedSecurity::sacl(DescriptorHandle descriptor) {
-  if (!journal.may("sacl")) return std::nullopt;
+  if (!journal_.may("sacl")) {
+    return std::nullopt;
+  }
   const SimulatedDescriptor* found = valid(descriptor);
-  if (!found) return std::nullopt;
+  if (!found) {
+    return std::nullopt;
+  }
   // A list goes by the descriptor that it lies in.
   const DescriptorHandle owner = found->label.empty() ? found->saclOwner : descriptor;
-  return AclHandle{static_cast<std::uintptr_t>(owner)};
+  return AclHandle{static_cast<uintptr_t>(owner)};
 }
 
 bool SimulatedSecurity::setSacl(DescriptorHandle descriptor, AclHandle sacl) {
-  if (!journal.may("setSacl")) return false;
+  if (!journal_.may("setSacl")) {
+    return false;
+  }
   SimulatedDescriptor* found = valid(descriptor);
-  if (!found) return false;
-  found->saclOwner = DescriptorHandle{static_cast<std::uintptr_t>(sacl)};
+  if (!found) {
+    return false;
+  }
+  found->saclOwner = DescriptorHandle{static_cast<uintptr_t>(sacl)};
   return true;
 }
 
 void SimulatedSecurity::close(DescriptorHandle descriptor) {
-  journal.note("freeDescriptor");
-  descriptors.erase(descriptor);
+  journal_.note("freeDescriptor");
+  descriptors_.erase(descriptor);
 }
 
 // Names without a prefix are the session's as well.
@@ -82,8 +105,8 @@ std::u16string SimulatedObjects::inSession(const std::u16string& name) {
 }
 
 std::shared_ptr<SimulatedObject> SimulatedObjects::named(const std::u16string& name) {
-  const auto found = names.find(inSession(name));
-  return found == names.end() ? nullptr : found->second.lock();
+  const auto found = names_.find(inSession(name));
+  return found == names_.end() ? nullptr : found->second.lock();
 }
 
 SimulatedObject* SimulatedObjects::find(const std::u16string& name) {
@@ -91,30 +114,32 @@ SimulatedObject* SimulatedObjects::find(const std::u16string& name) {
 }
 
 SimulatedObject& SimulatedObjects::holdElsewhere(Kind kind, const std::u16string& name,
-                                                 std::size_t size) {
+                                                 size_t size) {
   auto object = named(name);
   if (!object) {
     object = std::make_shared<SimulatedObject>(kind);
     object->bytes.resize(size);
-    names[inSession(name)] = object;
+    names_[inSession(name)] = object;
   }
-  elsewhere[inSession(name)] = object;
+  elsewhere_[inSession(name)] = object;
   return *object;
 }
 
 OwnedObject SimulatedObjects::adopt(std::shared_ptr<SimulatedObject> object) {
-  const ObjectHandle handle{journal.newHandle()};
-  handles[handle] = std::move(object);
+  const ObjectHandle handle{journal_.newHandle()};
+  handles_[handle] = std::move(object);
   return OwnedObject(*this, handle);
 }
 
 OwnedObject SimulatedObjects::create(const char* operation, Kind kind,
                                      const SecurityAttributes* security, const std::u16string& name,
-                                     std::size_t size) {
-  if (!journal.may(operation, name)) return {};
+                                     size_t size) {
+  if (!journal_.may(operation, name)) {
+    return {};
+  }
   auto object = named(name);
   if (object && object->kind != kind) {
-    journal.fails(errorInvalidHandle);
+    journal_.fails(errorInvalidHandle);
     return {};
   }
   if (!object) {
@@ -122,29 +147,36 @@ OwnedObject SimulatedObjects::create(const char* operation, Kind kind,
     object->bytes.resize(size);
     if (security) {
       object->securityLength = security->length;
-      if (const auto* descriptor = descriptors.find(security->descriptor)) {
+      if (const auto* descriptor = descriptors_.find(security->descriptor)) {
         object->openToAll = descriptor->nullDacl;
-        if (const auto* owner = descriptors.find(descriptor->saclOwner))
+        if (const auto* owner = descriptors_.find(descriptor->saclOwner)) {
           object->label = owner->label;
+        }
       }
     }
-    names[inSession(name)] = object;
+    names_[inSession(name)] = object;
   }
   return adopt(std::move(object));
 }
 
 OwnedObject SimulatedObjects::open(const char* operation, Kind kind, const std::u16string& name) {
-  if (!journal.may(operation, name)) return {};
+  if (!journal_.may(operation, name)) {
+    return {};
+  }
   auto object = named(name);
-  if (object && object->kind == kind) return adopt(std::move(object));
-  journal.fails(object ? errorInvalidHandle : errorFileNotFound);
+  if (object && object->kind == kind) {
+    return adopt(std::move(object));
+  }
+  journal_.fails(object ? errorInvalidHandle : errorFileNotFound);
   return {};
 }
 
 SimulatedObject* SimulatedObjects::opened(ObjectHandle handle, Kind kind) {
-  const auto found = handles.find(handle);
-  if (found != handles.end() && found->second->kind == kind) return found->second.get();
-  journal.fails(errorInvalidHandle);
+  const auto found = handles_.find(handle);
+  if (found != handles_.end() && found->second->kind == kind) {
+    return found->second.get();
+  }
+  journal_.fails(errorInvalidHandle);
   return nullptr;
 }
 
@@ -158,10 +190,16 @@ OwnedObject SimulatedObjects::openMutex(const std::u16string& name) {
 }
 
 bool SimulatedObjects::releaseMutex(ObjectHandle mutex) {
-  if (!journal.may("releaseMutex")) return false;
+  if (!journal_.may("releaseMutex")) {
+    return false;
+  }
   SimulatedObject* found = opened(mutex, Kind::mutex);
-  if (!found) return false;
-  if (found->depth == 0) return journal.fails(errorNotOwner);
+  if (!found) {
+    return false;
+  }
+  if (found->depth == 0) {
+    return journal_.fails(errorNotOwner);
+  }
   --found->depth;
   return true;
 }
@@ -176,7 +214,9 @@ OwnedObject SimulatedObjects::openEvent(const std::u16string& name) {
 }
 
 bool SimulatedObjects::setEvent(ObjectHandle event) {
-  if (!journal.may("setEvent")) return false;
+  if (!journal_.may("setEvent")) {
+    return false;
+  }
   SimulatedObject* found = opened(event, Kind::event);
   return found && (found->signalled = true);
 }
@@ -186,36 +226,46 @@ bool SimulatedObjects::take(SimulatedObject& object, WaitAnswer& answer) {
   answer = WaitAnswer::signalled;
   if (object.kind != Kind::mutex) {
     const bool passes = object.signalled;
-    if (object.kind == Kind::event) object.signalled = false;
+    if (object.kind == Kind::event) {
+      object.signalled = false;
+    }
     return passes;
   }
-  if (object.abandoned) answer = WaitAnswer::abandoned;
-  if (object.heldElsewhere && !object.abandoned) return false;
+  if (object.abandoned) {
+    answer = WaitAnswer::abandoned;
+  }
+  if (object.heldElsewhere && !object.abandoned) {
+    return false;
+  }
   object.heldElsewhere = false;
   object.abandoned = false;
   ++object.depth;
   return true;
 }
 
-WaitAnswer SimulatedObjects::wait(ObjectHandle object, std::uint32_t milliseconds) {
-  if (!journal.may("wait")) return WaitAnswer::failed;
-  const auto found = handles.find(object);
-  if (found == handles.end() || found->second->kind == Kind::mapping) {
-    journal.fails(errorInvalidHandle);
+WaitAnswer SimulatedObjects::wait(ObjectHandle object, uint32_t milliseconds) {
+  if (!journal_.may("wait")) {
+    return WaitAnswer::failed;
+  }
+  const auto found = handles_.find(object);
+  if (found == handles_.end() || found->second->kind == Kind::mapping) {
+    journal_.fails(errorInvalidHandle);
     return WaitAnswer::failed;
   }
   WaitAnswer answer{};
-  if (take(*found->second, answer)) return answer;
+  if (take(*found->second, answer)) {
+    return answer;
+  }
   if (milliseconds == noTimeLimit) {
     ++hangs;
     return WaitAnswer::failed;
   }
-  clock.ticks += milliseconds;
+  clock_.ticks += milliseconds;
   return WaitAnswer::timedOut;
 }
 
 OwnedObject SimulatedObjects::createMapping(const SecurityAttributes* security,
-                                            const std::u16string& name, std::uint32_t size) {
+                                            const std::u16string& name, uint32_t size) {
   return create("createMapping", Kind::mapping, security, name, size);
 }
 
@@ -224,20 +274,28 @@ OwnedObject SimulatedObjects::openMapping(const std::u16string& name) {
 }
 
 OwnedView SimulatedObjects::mapView(ObjectHandle mapping) {
-  if (!journal.may("mapView")) return {};
-  if (!opened(mapping, Kind::mapping)) return {};
-  auto& object = handles[mapping];
+  if (!journal_.may("mapView")) {
+    return {};
+  }
+  if (!opened(mapping, Kind::mapping)) {
+    return {};
+  }
+  auto& object = handles_[mapping];
   std::byte* const view = object->bytes.data();
-  views.emplace(view, object);
+  views_.emplace(view, object);
   return OwnedView(*this, view);
 }
 
 void SimulatedObjects::close(ObjectHandle object) {
-  journal.note("closeObject");
-  handles.erase(object);
+  journal_.note("closeObject");
+  handles_.erase(object);
 }
 
 void SimulatedObjects::close(std::byte* view) {
-  journal.note("unmapView");
-  if (const auto found = views.find(view); found != views.end()) views.erase(found);
+  journal_.note("unmapView");
+  if (const auto found = views_.find(view); found != views_.end()) {
+    views_.erase(found);
+  }
 }
+
+}  // namespace umpd

@@ -1,5 +1,8 @@
 #include "umpd/platform/simulated/SimulatedPlatform.h"
 
+#include <cstddef>
+
+namespace umpd {
 namespace {
 
 OsVersion versionOf(WindowsRelease release) {
@@ -32,18 +35,26 @@ void SimulatedPlatform::become(WindowsRelease release) {
   machine.version.version = versionOf(release);
   auto& present = machine.modules.present;
   present = {{u"advapi32.dll", {}}};
-  if (release == WindowsRelease::windows98) return;
+  if (release == WindowsRelease::windows98) {
+    return;
+  }
   present[u"netapi32.dll"] = {"NetGetDCName", "NetApiBufferFree"};
   present[u"spoolss.dll"] = {"RevertToPrinterSelf", "ImpersonatePrinterClient"};
-  if (release == WindowsRelease::nt4) return;
+  if (release == WindowsRelease::nt4) {
+    return;
+  }
   present[u"advapi32.dll"] = {"RegOpenCurrentUser",
                               "ConvertStringSecurityDescriptorToSecurityDescriptorA"};
-  if (release == WindowsRelease::windows2000) return;
+  if (release == WindowsRelease::windows2000) {
+    return;
+  }
   present[u"ieframe.dll"] = {"IEIsProtectedModeProcess"};
 }
 
-std::size_t SimulatedPlatform::openHandles() const {
+size_t SimulatedPlatform::openHandles() const {
   return machine.modules.openHandles() + machine.registry.openHandles() +
          machine.spooler.openHandles() + machine.security.openHandles() +
          machine.objects.openHandles() + machine.files.openHandles() + machine.memory.openBlocks();
 }
+
+}  // namespace umpd

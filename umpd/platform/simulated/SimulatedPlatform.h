@@ -5,6 +5,8 @@
 // is on record and can be made to fail. It begins as Windows 7; become() makes it another.
 #pragma once
 
+#include <cstddef>
+
 #include "umpd/platform/Platform.h"
 #include "umpd/platform/simulated/Journal.h"
 #include "umpd/platform/simulated/SimulatedFiles.h"
@@ -12,6 +14,8 @@
 #include "umpd/platform/simulated/SimulatedRegistry.h"
 #include "umpd/platform/simulated/SimulatedSpooler.h"
 #include "umpd/platform/simulated/SimulatedSystem.h"
+
+namespace umpd {
 
 enum class WindowsRelease { windows98, nt4, windows2000, vista, windows7 };
 
@@ -42,8 +46,10 @@ class SimulatedPlatform {
   // The release's version and the run-time functions that it has.
   void become(WindowsRelease release);
   // All that this process holds open.
-  std::size_t openHandles() const;
+  size_t openHandles() const;
 
   SimulatedParts machine;
   Platform platform;
 };
+
+}  // namespace umpd

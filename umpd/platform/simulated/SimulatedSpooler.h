@@ -1,6 +1,8 @@
 // SimulatedSpooler: the simulated machine's printers with their queues.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
@@ -9,6 +11,8 @@
 
 #include "umpd/platform/Platform.h"
 #include "umpd/platform/simulated/Journal.h"
+
+namespace umpd {
 
 struct SimulatedPrinter {
   std::optional<std::u16string> name;
@@ -20,24 +24,24 @@ struct SimulatedPrinter {
 
 class SimulatedSpooler : public Spooler {
  public:
-  explicit SimulatedSpooler(Journal& shared) : journal(shared) {}
+  explicit SimulatedSpooler(Journal& journal) : journal_(journal) {}
 
   OwnedPrinter openPrinter(const std::u16string& name, const DevMode& devMode,
-                           std::uint32_t access) override;
+                           uint32_t access) override;
   void close(PrinterHandle printer) override;
   SizeAnswer printerSize(PrinterHandle printer) override;
-  std::optional<PrinterInfo> printer(PrinterHandle printer, std::uint32_t size) override;
-  SizeAnswer jobsSize(PrinterHandle printer, std::uint32_t first, std::uint32_t count) override;
-  std::optional<std::vector<JobInfo>> jobs(PrinterHandle printer, std::uint32_t first,
-                                           std::uint32_t count, std::uint32_t size) override;
-  std::uint32_t printersSize() override;
-  std::optional<std::vector<PrinterInfo>> printers(std::uint32_t size) override;
-  std::uint32_t driverDirectorySize(bool narrow) override;
-  std::optional<std::u16string> driverDirectory(bool narrow, std::uint32_t size) override;
-  std::optional<std::u16string> jobDocument(PrinterHandle printer, std::uint32_t jobId) override;
-  bool setJob(PrinterHandle printer, std::uint32_t jobId, std::uint32_t command) override;
+  std::optional<PrinterInfo> printer(PrinterHandle printer, uint32_t size) override;
+  SizeAnswer jobsSize(PrinterHandle printer, uint32_t first, uint32_t count) override;
+  std::optional<std::vector<JobInfo>> jobs(PrinterHandle printer, uint32_t first, uint32_t count,
+                                           uint32_t size) override;
+  uint32_t printersSize() override;
+  std::optional<std::vector<PrinterInfo>> printers(uint32_t size) override;
+  uint32_t driverDirectorySize(bool narrow) override;
+  std::optional<std::u16string> driverDirectory(bool narrow, uint32_t size) override;
+  std::optional<std::u16string> jobDocument(PrinterHandle printer, uint32_t jobId) override;
+  bool setJob(PrinterHandle printer, uint32_t jobId, uint32_t command) override;
   bool writePrinter(PrinterHandle printer, std::span<const std::byte> data,
-                    std::uint32_t& written) override;
+                    uint32_t& written) override;
   TokenHandle revertToPrinterSelf(FunctionAddress call) override;
   bool impersonatePrinterClient(FunctionAddress call, TokenHandle token) override;
 
@@ -48,19 +52,21 @@ class SimulatedSpooler : public Spooler {
   SimulatedPrinter* find(const std::u16string& name);
   // A handle as a printing program would have it, which counts among the open ones.
   PrinterHandle handleOf(const SimulatedPrinter& printer);
-  std::size_t openHandles() const { return handles.size(); }
+  size_t openHandles() const { return handles_.size(); }
 
   std::u16string driverDirectoryPath = u"C:\\windows\\system32\\spool\\drivers\\x64";
   std::optional<DevMode> lastDevMode;
-  std::uint32_t lastAccess = 0;
+  uint32_t lastAccess = 0;
   bool impersonating = true;
   // The most that writePrinter takes at once.
-  std::uint32_t writeLimit = 0xFFFFFFFF;
+  uint32_t writeLimit = 0xFFFFFFFF;
 
  private:
   SimulatedPrinter* opened(PrinterHandle printer);
 
-  Journal& journal;
-  std::vector<std::unique_ptr<SimulatedPrinter>> installed;
-  std::map<PrinterHandle, SimulatedPrinter*> handles;
+  Journal& journal_;
+  std::vector<std::unique_ptr<SimulatedPrinter>> installed_;
+  std::map<PrinterHandle, SimulatedPrinter*> handles_;
 };
+
+}  // namespace umpd

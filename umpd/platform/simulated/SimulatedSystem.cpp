@@ -2,19 +2,24 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
+#include <cstdint>
 
-#include "umpd/WideText.h"
 #include "umpd/platform/LowPages.h"
+#include "umpd/platform/WideText.h"
 
+namespace umpd {
 namespace {
 
-constexpr std::uint32_t errorModuleNotFound = 126;
-constexpr std::uint32_t errorProcedureNotFound = 127;
-constexpr std::uint32_t errorNoneMapped = 1332;
+constexpr uint32_t errorModuleNotFound = 126;
+constexpr uint32_t errorProcedureNotFound = 127;
+constexpr uint32_t errorNoneMapped = 1332;
 
 std::u16string wide(const std::string& text) {
   std::u16string result;
-  for (const char c : text) result += static_cast<char16_t>(static_cast<unsigned char>(c));
+  for (const char c : text) {
+    result += static_cast<char16_t>(static_cast<unsigned char>(c));
+  }
   return result;
 }
 
@@ -28,46 +33,61 @@ bool isLowSurrogate(char16_t c) {
 std::string utf8(char32_t c) {
   const auto byte = [](char32_t value) { return static_cast<char>(value); };
   const auto tail = [&](unsigned shift) { return byte(0x80 | ((c >> shift) & 0x3F)); };
-  if (c < 0x80) return {byte(c)};
-  if (c < 0x800) return {byte(0xC0 | c >> 6), tail(0)};
-  if (c < 0x10000) return {byte(0xE0 | c >> 12), tail(6), tail(0)};
+  if (c < 0x80) {
+    return {byte(c)};
+  }
+  if (c < 0x800) {
+    return {byte(0xC0 | c >> 6), tail(0)};
+  }
+  if (c < 0x10000) {
+    return {byte(0xE0 | c >> 12), tail(6), tail(0)};
+  }
   return {byte(0xF0 | c >> 18), tail(12), tail(6), tail(0)};
 }
 
 }  // namespace
 
 std::optional<OsVersion> SimulatedVersion::query() {
-  if (!journal.may("version")) return std::nullopt;
+  if (!journal_.may("version")) {
+    return std::nullopt;
+  }
   return version;
 }
 
 OwnedModule SimulatedModules::load(const std::u16string& name) {
-  if (!journal.may("loadModule", name)) return {};
-  if (present.count(foldCase(name)) == 0) {
-    journal.fails(errorModuleNotFound);
+  if (!journal_.may("loadModule", name)) {
     return {};
   }
-  const ModuleHandle handle{journal.newHandle()};
-  loaded[handle] = foldCase(name);
+  if (present.count(foldCase(name)) == 0) {
+    journal_.fails(errorModuleNotFound);
+    return {};
+  }
+  const ModuleHandle handle{journal_.newHandle()};
+  loaded_[handle] = foldCase(name);
   return OwnedModule(*this, handle);
 }
 
 FunctionAddress SimulatedModules::find(ModuleHandle module, const char* function) {
-  if (!journal.may("findFunction", wide(function))) return {};
-  const auto holder = loaded.find(module);
-  if (holder != loaded.end() && present[holder->second].count(function) != 0)
-    return FunctionAddress{journal.newHandle()};
-  journal.fails(errorProcedureNotFound);
+  if (!journal_.may("findFunction", wide(function))) {
+    return {};
+  }
+  const auto holder = loaded_.find(module);
+  if (holder != loaded_.end() && present[holder->second].count(function) != 0) {
+    return FunctionAddress{journal_.newHandle()};
+  }
+  journal_.fails(errorProcedureNotFound);
   return {};
 }
 
 void SimulatedModules::close(ModuleHandle module) {
-  journal.note("freeModule");
-  loaded.erase(module);
+  journal_.note("freeModule");
+  loaded_.erase(module);
 }
 
 std::optional<std::u16string> SimulatedAccounts::userName() {
-  if (!journal.may("userName")) return std::nullopt;
+  if (!journal_.may("userName")) {
+    return std::nullopt;
+  }
   return user;
 }
 
@@ -81,19 +101,24 @@ const SimulatedAccounts::Account* SimulatedAccounts::find(const std::u16string& 
 
 AccountSizes SimulatedAccounts::accountSizes(const std::u16string& server,
                                              const std::u16string& name) {
-  if (!journal.may("accountSizes", server + u'\\' + name)) return {};
-  if (const Account* found = find(server, name))
-    return {static_cast<std::uint32_t>(8 + 4 * found->sid.subAuthorities.size()), 16};
-  journal.fails(errorNoneMapped);
+  if (!journal_.may("accountSizes", server + u'\\' + name)) {
+    return {};
+  }
+  if (const Account* found = find(server, name)) {
+    return {static_cast<uint32_t>(8 + 4 * found->sid.subAuthorities.size()), 16};
+  }
+  journal_.fails(errorNoneMapped);
   return {};
 }
 
 std::optional<Sid> SimulatedAccounts::account(const std::u16string& server,
                                               const std::u16string& name, AccountSizes sizes) {
-  if (!journal.may("account", server + u'\\' + name)) return std::nullopt;
+  if (!journal_.may("account", server + u'\\' + name)) {
+    return std::nullopt;
+  }
   const Account* found = find(server, name);
   if (!found || sizes.sid < 8 + 4 * found->sid.subAuthorities.size()) {
-    journal.fails(found ? errorInsufficientBuffer : errorNoneMapped);
+    journal_.fails(found ? errorInsufficientBuffer : errorNoneMapped);
     return std::nullopt;
   }
   return found->sid;
@@ -101,29 +126,33 @@ std::optional<Sid> SimulatedAccounts::account(const std::u16string& server,
 
 std::optional<std::u16string> SimulatedAccounts::domainController(FunctionAddress /*call*/,
                                                                   FunctionAddress /*release*/) {
-  if (!journal.may("domainController")) return std::nullopt;
+  if (!journal_.may("domainController")) {
+    return std::nullopt;
+  }
   return controller;
 }
 
-std::uint32_t SimulatedClock::tickCount() {
-  journal.note("tickCount");
+uint32_t SimulatedClock::tickCount() {
+  journal_.note("tickCount");
   return ticks;
 }
 
-void SimulatedClock::sleep(std::uint32_t milliseconds) {
+void SimulatedClock::sleep(uint32_t milliseconds) {
   ticks += milliseconds;
-  journal.note("sleep", decimalText(milliseconds));
+  journal_.note("sleep", decimalText(milliseconds));
 }
 
-std::int64_t SimulatedClock::now() {
-  journal.note("now");
+int64_t SimulatedClock::now() {
+  journal_.note("now");
   return time;
 }
 
-std::optional<CalendarTime> SimulatedClock::localTime(std::int64_t moment) {
-  if (!journal.may("localTime")) return std::nullopt;
+std::optional<CalendarTime> SimulatedClock::localTime(int64_t moment) {
+  if (!journal_.may("localTime")) {
+    return std::nullopt;
+  }
   using namespace std::chrono;
-  const sys_seconds local{seconds(moment + (std::int64_t{daylightMinutes} - bias) * 60)};
+  const sys_seconds local{seconds(moment + (int64_t{daylightMinutes} - bias) * 60)};
   const sys_days day = floor<days>(local);
   const year_month_day date(day);
   const hh_mm_ss clock(local - day);
@@ -135,100 +164,115 @@ std::optional<CalendarTime> SimulatedClock::localTime(std::int64_t moment) {
                       static_cast<int>(clock.seconds().count())};
 }
 
-std::int32_t SimulatedClock::timeZoneBias() {
-  journal.note("timeZoneBias");
+int32_t SimulatedClock::timeZoneBias() {
+  journal_.note("timeZoneBias");
   return bias;
 }
 
-void SimulatedRandom::seed(std::uint32_t value) {
-  journal.note("seed", decimalText(value));
+void SimulatedRandom::seed(uint32_t value) {
+  journal_.note("seed", decimalText(value));
   seeds.push_back(value);
-  state = value;
+  state_ = value;
 }
 
 // The generator of the system's C runtime.
-std::uint32_t SimulatedRandom::next() {
-  journal.note("random");
+uint32_t SimulatedRandom::next() {
+  journal_.note("random");
   if (!planned.empty()) {
-    const std::uint32_t value = planned.front();
+    const uint32_t value = planned.front();
     planned.pop_front();
     return value;
   }
-  state = state * 214013 + 2531011;
-  return (state >> 16) & 0x7FFF;
+  state_ = state_ * 214013 + 2531011;
+  return (state_ >> 16) & 0x7FFF;
 }
 
 void SimulatedMessages::box(const std::u16string& text, const std::u16string& caption,
-                            std::uint32_t flags) {
-  journal.note("box", caption);
+                            uint32_t flags) {
+  journal_.note("box", caption);
   boxes.push_back({text, caption, flags, false});
 }
 
 void SimulatedMessages::narrowBox(const std::string& text, const std::string& caption,
-                                  std::uint32_t flags) {
-  journal.note("box", wide(caption));
+                                  uint32_t flags) {
+  journal_.note("box", wide(caption));
   boxes.push_back({wide(text), wide(caption), flags, true});
 }
 
 void SimulatedMessages::debug(const std::u16string& text) {
-  journal.note("debug", text);
+  journal_.note("debug", text);
   debugOutput.push_back(text);
 }
 
 void SimulatedMessages::narrowDebug(const std::string& text) {
-  journal.note("debug", wide(text));
+  journal_.note("debug", wide(text));
   debugOutput.push_back(wide(text));
 }
 
-std::optional<std::u16string> SimulatedMessages::errorText(std::uint32_t error) {
+std::optional<std::u16string> SimulatedMessages::errorText(uint32_t error) {
   // The last error stays what it was, for it is what the caller reports.
-  const std::uint32_t kept = journal.lastError;
-  const bool allowed = journal.may("errorText", decimalText(error));
-  journal.lastError = kept;
+  const uint32_t kept = journal_.lastError;
+  const bool allowed = journal_.may("errorText", decimalText(error));
+  journal_.lastError = kept;
   const auto found = errorTexts.find(error);
-  if (!allowed || found == errorTexts.end()) return std::nullopt;
+  if (!allowed || found == errorTexts.end()) {
+    return std::nullopt;
+  }
   return found->second;
 }
 
 std::u16string SimulatedText::widen(const std::string& text) {
-  journal.note("widen");
+  journal_.note("widen");
   return wide(text);
 }
 
 std::string SimulatedText::narrow(const std::u16string& text) {
-  journal.note("narrow");
+  journal_.note("narrow");
   std::string result;
-  for (const char16_t c : text) result += c < 0x100 ? static_cast<char>(c) : '?';
+  for (const char16_t c : text) {
+    result += c < 0x100 ? static_cast<char>(c) : '?';
+  }
   return result;
 }
 
 bool SimulatedText::toUtf8(const std::u16string& text, std::span<char> buffer) {
-  if (!journal.may("toUtf8")) return false;
-  std::size_t used = 0;
-  for (std::size_t i = 0; i <= text.size(); ++i) {
+  if (!journal_.may("toUtf8")) {
+    return false;
+  }
+  size_t used = 0;
+  for (size_t i = 0; i <= text.size(); ++i) {
     char32_t c = i < text.size() ? text[i] : 0;
     if (isHighSurrogate(static_cast<char16_t>(c)) && i + 1 < text.size() &&
-        isLowSurrogate(text[i + 1]))
+        isLowSurrogate(text[i + 1])) {
       c = 0x10000 + ((c - 0xD800) << 10) + (text[++i] - 0xDC00u);
-    else if (c >= 0xD800 && c < 0xE000)
+    } else if (c >= 0xD800 && c < 0xE000) {
       c = 0xFFFD;
+    }
     const std::string bytes = utf8(c);
-    if (used + bytes.size() > buffer.size()) return journal.fails(errorInsufficientBuffer);
-    std::copy(bytes.begin(), bytes.end(), buffer.begin() + static_cast<std::ptrdiff_t>(used));
+    if (used + bytes.size() > buffer.size()) {
+      return journal_.fails(errorInsufficientBuffer);
+    }
+    std::copy(bytes.begin(), bytes.end(), buffer.begin() + static_cast<ptrdiff_t>(used));
     used += bytes.size();
   }
   return true;
 }
 
-OwnedLowBlock SimulatedMemory::allocate(std::size_t size) {
-  if (!journal.may("allocateLow")) return {};
+OwnedLowBlock SimulatedMemory::allocate(size_t size) {
+  if (!journal_.may("allocateLow")) {
+    return {};
+  }
   std::byte* const block = allocateLowPages(size);
-  if (block) sizes[block] = size;
+  if (block) {
+    sizes_[block] = size;
+  }
   return OwnedLowBlock(*this, block);
 }
 
 void SimulatedMemory::close(std::byte* block) {
-  journal.note("freeLow");
-  freeLowPages(block, sizes[block]);
-  sizes.erase(block);
+  journal_.note("freeLow");
+  freeLowPages(block, sizes_[block]);
+  sizes_.erase(block);
 }
+
+}  // namespace umpd

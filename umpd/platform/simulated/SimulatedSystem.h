@@ -2,6 +2,8 @@
 // messages, text and memory. Each is what a test makes of it, and keeps what it was told.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <map>
 #include <optional>
@@ -12,31 +14,33 @@
 #include "umpd/platform/Platform.h"
 #include "umpd/platform/simulated/Journal.h"
 
+namespace umpd {
+
 class SimulatedVersion : public SystemVersion {
  public:
-  explicit SimulatedVersion(Journal& shared) : journal(shared) {}
+  explicit SimulatedVersion(Journal& journal) : journal_(journal) {}
   std::optional<OsVersion> query() override;
 
   OsVersion version{6, 1, 2};
 
  private:
-  Journal& journal;
+  Journal& journal_;
 };
 
 class SimulatedModules : public Modules {
  public:
-  explicit SimulatedModules(Journal& shared) : journal(shared) {}
+  explicit SimulatedModules(Journal& journal) : journal_(journal) {}
   OwnedModule load(const std::u16string& name) override;
   FunctionAddress find(ModuleHandle module, const char* function) override;
   void close(ModuleHandle module) override;
 
   // What the machine has: modules in lower case, with their functions.
   std::map<std::u16string, std::set<std::string>> present;
-  std::size_t openHandles() const { return loaded.size(); }
+  size_t openHandles() const { return loaded_.size(); }
 
  private:
-  Journal& journal;
-  std::map<ModuleHandle, std::u16string> loaded;
+  Journal& journal_;
+  std::map<ModuleHandle, std::u16string> loaded_;
 };
 
 class SimulatedAccounts : public Accounts {
@@ -47,7 +51,7 @@ class SimulatedAccounts : public Accounts {
     Sid sid;
   };
 
-  explicit SimulatedAccounts(Journal& shared) : journal(shared) {}
+  explicit SimulatedAccounts(Journal& journal) : journal_(journal) {}
   std::optional<std::u16string> userName() override;
   AccountSizes accountSizes(const std::u16string& server, const std::u16string& user) override;
   std::optional<Sid> account(const std::u16string& server, const std::u16string& user,
@@ -62,40 +66,40 @@ class SimulatedAccounts : public Accounts {
 
  private:
   const Account* find(const std::u16string& server, const std::u16string& name) const;
-  Journal& journal;
+  Journal& journal_;
 };
 
 class SimulatedClock : public Clock {
  public:
-  explicit SimulatedClock(Journal& shared) : journal(shared) {}
-  std::uint32_t tickCount() override;
-  void sleep(std::uint32_t milliseconds) override;
-  std::int64_t now() override;
-  std::optional<CalendarTime> localTime(std::int64_t time) override;
-  std::int32_t timeZoneBias() override;
+  explicit SimulatedClock(Journal& journal) : journal_(journal) {}
+  uint32_t tickCount() override;
+  void sleep(uint32_t milliseconds) override;
+  int64_t now() override;
+  std::optional<CalendarTime> localTime(int64_t time) override;
+  int32_t timeZoneBias() override;
 
-  std::uint32_t ticks = 1000000;
-  std::int64_t time = 1136214245;  // 2006-01-02T15:04:05Z
-  std::int32_t bias = 0;
-  std::int32_t daylightMinutes = 0;
+  uint32_t ticks = 1000000;
+  int64_t time = 1136214245;  // 2006-01-02T15:04:05Z
+  int32_t bias = 0;
+  int32_t daylightMinutes = 0;
 
  private:
-  Journal& journal;
+  Journal& journal_;
 };
 
 class SimulatedRandom : public Random {
  public:
-  explicit SimulatedRandom(Journal& shared) : journal(shared) {}
-  void seed(std::uint32_t value) override;
-  std::uint32_t next() override;
+  explicit SimulatedRandom(Journal& journal) : journal_(journal) {}
+  void seed(uint32_t value) override;
+  uint32_t next() override;
 
   // Given out first; after them come the numbers that the seed gives.
-  std::deque<std::uint32_t> planned;
-  std::vector<std::uint32_t> seeds;
+  std::deque<uint32_t> planned;
+  std::vector<uint32_t> seeds;
 
  private:
-  Journal& journal;
-  std::uint32_t state = 1;
+  Journal& journal_;
+  uint32_t state_ = 1;
 };
 
 class SimulatedMessages : public Messages {
@@ -103,52 +107,54 @@ class SimulatedMessages : public Messages {
   struct Box {
     std::u16string text;
     std::u16string caption;
-    std::uint32_t flags;
+    uint32_t flags;
     bool narrow;
   };
 
-  explicit SimulatedMessages(Journal& shared) : journal(shared) {}
-  void box(const std::u16string& text, const std::u16string& caption, std::uint32_t flags) override;
-  void narrowBox(const std::string& text, const std::string& caption, std::uint32_t flags) override;
+  explicit SimulatedMessages(Journal& journal) : journal_(journal) {}
+  void box(const std::u16string& text, const std::u16string& caption, uint32_t flags) override;
+  void narrowBox(const std::string& text, const std::string& caption, uint32_t flags) override;
   void debug(const std::u16string& text) override;
   void narrowDebug(const std::string& text) override;
-  std::uint32_t lastError() override { return journal.lastError; }
-  void setLastError(std::uint32_t error) override { journal.lastError = error; }
-  std::optional<std::u16string> errorText(std::uint32_t error) override;
+  uint32_t lastError() override { return journal_.lastError; }
+  void setLastError(uint32_t error) override { journal_.lastError = error; }
+  std::optional<std::u16string> errorText(uint32_t error) override;
 
   std::vector<Box> boxes;
   std::vector<std::u16string> debugOutput;
-  std::map<std::uint32_t, std::u16string> errorTexts{
+  std::map<uint32_t, std::u16string> errorTexts{
       {0, u"Success.\r\n"},
       {2, u"File not found.\r\n"},
       {Journal::deviceNotFunctioning, u"Device not functioning.\r\n"}};
 
  private:
-  Journal& journal;
+  Journal& journal_;
 };
 
 // The default code page is Latin-1: a character beyond it becomes a question mark.
 class SimulatedText : public TextConversion {
  public:
-  explicit SimulatedText(Journal& shared) : journal(shared) {}
+  explicit SimulatedText(Journal& journal) : journal_(journal) {}
   std::u16string widen(const std::string& text) override;
   std::string narrow(const std::u16string& text) override;
   bool toUtf8(const std::u16string& text, std::span<char> buffer) override;
 
  private:
-  Journal& journal;
+  Journal& journal_;
 };
 
 // Real memory: an address has to hold in earnest.
 class SimulatedMemory : public LowMemory {
  public:
-  explicit SimulatedMemory(Journal& shared) : journal(shared) {}
-  OwnedLowBlock allocate(std::size_t size) override;
+  explicit SimulatedMemory(Journal& journal) : journal_(journal) {}
+  OwnedLowBlock allocate(size_t size) override;
   void close(std::byte* block) override;
 
-  std::size_t openBlocks() const { return sizes.size(); }
+  size_t openBlocks() const { return sizes_.size(); }
 
  private:
-  Journal& journal;
-  std::map<std::byte*, std::size_t> sizes;
+  Journal& journal_;
+  std::map<std::byte*, size_t> sizes_;
 };
+
+}  // namespace umpd

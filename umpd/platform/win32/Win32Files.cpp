@@ -2,11 +2,14 @@
 // The headers below build on <windows.h>.
 #include <shlobj.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 
 #include "umpd/platform/win32/Win32Platform.h"
 
+namespace umpd {
 namespace {
 
 using IsProtectedModeProcessCall = HRESULT(WINAPI*)(BOOL*);
@@ -21,7 +24,9 @@ struct FileCloser {
 struct ItemListFreer {
   void operator()(ITEMIDLIST* list) const {
     IMalloc* allocator = nullptr;
-    if (SHGetMalloc(&allocator) != S_OK) return;
+    if (SHGetMalloc(&allocator) != S_OK) {
+      return;
+    }
     allocator->Free(list);
     allocator->Release();
   }
@@ -39,7 +44,7 @@ FileHandle Win32Files::openForWriting(const std::u16string& path, Disposition di
                                       nullptr));
 }
 
-bool Win32Files::write(FileHandle file, std::span<const std::byte> data, std::uint32_t& written) {
+bool Win32Files::write(FileHandle file, std::span<const std::byte> data, uint32_t& written) {
   DWORD count = 0;
   const BOOL succeeded =
       WriteFile(handleOf(file), data.data(), static_cast<DWORD>(data.size()), &count, nullptr);
@@ -62,9 +67,11 @@ bool Win32Files::remove(const std::u16string& path) {
   return DeleteFileW(wide(path)) != FALSE;
 }
 
-std::optional<std::uint32_t> Win32Files::attributes(const std::u16string& path) {
+std::optional<uint32_t> Win32Files::attributes(const std::u16string& path) {
   const DWORD attributes = GetFileAttributesW(wide(path));
-  if (attributes == INVALID_FILE_ATTRIBUTES) return std::nullopt;
+  if (attributes == INVALID_FILE_ATTRIBUTES) {
+    return std::nullopt;
+  }
   return attributes;
 }
 
@@ -72,29 +79,38 @@ bool Win32Files::makeDirectory(const std::u16string& path) {
   return CreateDirectoryW(wide(path), nullptr) != FALSE;
 }
 
-std::optional<std::string> Win32Files::readLine(const std::u16string& path, std::size_t limit) {
+std::optional<std::string> Win32Files::readLine(const std::u16string& path, size_t limit) {
   const std::unique_ptr<std::FILE, FileCloser> file(_wfopen(wide(path), L"r"));
-  if (!file) return std::nullopt;
+  if (!file) {
+    return std::nullopt;
+  }
   std::string line(limit + 1, '\0');
-  if (!std::fgets(line.data(), static_cast<int>(line.size()), file.get())) return std::string();
+  if (!std::fgets(line.data(), static_cast<int>(line.size()), file.get())) {
+    return std::string();
+  }
   line.resize(std::strlen(line.c_str()));
   return line;
 }
 
 std::optional<std::u16string> Win32Files::specialFolder(SpecialFolder folder) {
   ITEMIDLIST* found = nullptr;
-  if (SHGetSpecialFolderLocation(nullptr, static_cast<int>(folder), &found) != S_OK)
+  if (SHGetSpecialFolderLocation(nullptr, static_cast<int>(folder), &found) != S_OK) {
     return std::nullopt;
+  }
   const std::unique_ptr<ITEMIDLIST, ItemListFreer> list(found);
   wchar_t path[pathCapacity] = {};
-  if (!SHGetPathFromIDListW(list.get(), path)) return std::nullopt;
+  if (!SHGetPathFromIDListW(list.get(), path)) {
+    return std::nullopt;
+  }
   return text(path);
 }
 
 std::optional<std::u16string> Win32Files::systemDirectory() {
   wchar_t path[pathCapacity] = {};
   const UINT length = GetSystemDirectoryW(path, pathCapacity);
-  if (length == 0 || length >= pathCapacity) return std::nullopt;
+  if (length == 0 || length >= pathCapacity) {
+    return std::nullopt;
+  }
   return text(path, length);
 }
 
@@ -111,19 +127,22 @@ OwnedObject Win32Processes::create(const ProcessRequest& request) {
   if (!CreateProcessW(nullptr, reinterpret_cast<wchar_t*>(commandLine.data()), nullptr, nullptr,
                       FALSE, request.creationFlags, nullptr,
                       request.directory.empty() ? nullptr : wide(request.directory), &startup,
-                      &started))
+                      &started)) {
     return {};
+  }
   CloseHandle(started.hThread);
-  return OwnedObject(objects, from<ObjectHandle>(started.hProcess));
+  return OwnedObject(objects_, from<ObjectHandle>(started.hProcess));
 }
 
-std::optional<std::uint32_t> Win32Processes::exitCode(ObjectHandle process) {
+std::optional<uint32_t> Win32Processes::exitCode(ObjectHandle process) {
   DWORD code = 0;
-  if (!GetExitCodeProcess(as<HANDLE>(process), &code)) return std::nullopt;
+  if (!GetExitCodeProcess(as<HANDLE>(process), &code)) {
+    return std::nullopt;
+  }
   return code;
 }
 
-std::uint32_t Win32Processes::currentThreadId() {
+uint32_t Win32Processes::currentThreadId() {
   return GetCurrentThreadId();
 }
 
@@ -132,3 +151,5 @@ bool Win32Processes::isProtectedMode(FunctionAddress call) {
   as<IsProtectedModeProcessCall>(call)(&answer);
   return answer == 1;
 }
+
+}  // namespace umpd

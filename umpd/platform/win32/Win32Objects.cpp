@@ -1,7 +1,11 @@
+#include <cstddef>
+#include <cstdint>
+
 #include "umpd/platform/win32/Win32Types.h"
 // The headers below build on <windows.h>.
 #include "umpd/platform/win32/Win32Platform.h"
 
+namespace umpd {
 namespace {
 
 using ConvertStringSecurityDescriptorCall = BOOL(WINAPI*)(LPCSTR, DWORD, PSECURITY_DESCRIPTOR*,
@@ -18,17 +22,19 @@ constexpr DWORD viewAccess = 6;
 class CallAttributes {
  public:
   explicit CallAttributes(const SecurityAttributes* attributes) {
-    if (!attributes) return;
-    record = {attributes->length, as<void*>(attributes->descriptor), attributes->inherit};
-    given = &record;
+    if (!attributes) {
+      return;
+    }
+    record_ = {attributes->length, as<void*>(attributes->descriptor), attributes->inherit};
+    given_ = &record_;
   }
   CallAttributes(const CallAttributes&) = delete;
   CallAttributes& operator=(const CallAttributes&) = delete;
-  SECURITY_ATTRIBUTES* get() { return given; }
+  SECURITY_ATTRIBUTES* get() { return given_; }
 
  private:
-  SECURITY_ATTRIBUTES record{};
-  SECURITY_ATTRIBUTES* given = nullptr;
+  SECURITY_ATTRIBUTES record_{};
+  SECURITY_ATTRIBUTES* given_ = nullptr;
 };
 
 PSECURITY_DESCRIPTOR descriptorOf(DescriptorHandle descriptor) {
@@ -41,7 +47,7 @@ OwnedObject owned(NamedObjects& objects, HANDLE handle) {
 
 }  // namespace
 
-OwnedDescriptor Win32Security::allocateDescriptor(std::size_t size) {
+OwnedDescriptor Win32Security::allocateDescriptor(size_t size) {
   return OwnedDescriptor(*this, from<DescriptorHandle>(LocalAlloc(LPTR, size)));
 }
 
@@ -56,8 +62,9 @@ bool Win32Security::setNullDacl(DescriptorHandle descriptor) {
 OwnedDescriptor Win32Security::convertText(FunctionAddress call, const std::string& text) {
   PSECURITY_DESCRIPTOR descriptor = nullptr;
   if (!as<ConvertStringSecurityDescriptorCall>(call)(text.c_str(), textRevision, &descriptor,
-                                                     nullptr))
+                                                     nullptr)) {
     return {};
+  }
   return OwnedDescriptor(*this, from<DescriptorHandle>(descriptor));
 }
 
@@ -69,8 +76,9 @@ std::optional<AclHandle> Win32Security::sacl(DescriptorHandle descriptor) {
   BOOL present = FALSE;
   BOOL defaulted = FALSE;
   PACL list = nullptr;
-  if (!GetSecurityDescriptorSacl(descriptorOf(descriptor), &present, &list, &defaulted))
+  if (!GetSecurityDescriptorSacl(descriptorOf(descriptor), &present, &list, &defaulted)) {
     return std::nullopt;
+  }
   return from<AclHandle>(list);
 }
 
@@ -109,13 +117,12 @@ bool Win32Objects::setEvent(ObjectHandle event) {
   return SetEvent(as<HANDLE>(event)) != FALSE;
 }
 
-WaitAnswer Win32Objects::wait(ObjectHandle object, std::uint32_t milliseconds) {
-  return WaitAnswer{
-      static_cast<std::uint32_t>(WaitForSingleObject(as<HANDLE>(object), milliseconds))};
+WaitAnswer Win32Objects::wait(ObjectHandle object, uint32_t milliseconds) {
+  return WaitAnswer{static_cast<uint32_t>(WaitForSingleObject(as<HANDLE>(object), milliseconds))};
 }
 
 OwnedObject Win32Objects::createMapping(const SecurityAttributes* security,
-                                        const std::u16string& name, std::uint32_t size) {
+                                        const std::u16string& name, uint32_t size) {
   return owned(*this, CreateFileMappingW(INVALID_HANDLE_VALUE, CallAttributes(security).get(),
                                          PAGE_READWRITE, 0, size, wide(name)));
 }
@@ -138,3 +145,5 @@ void Win32Objects::close(std::byte* view) {
   const KeptLastError kept;
   UnmapViewOfFile(view);
 }
+
+}  // namespace umpd

@@ -1,7 +1,11 @@
+#include <cstddef>
+#include <cstdint>
+
 #include "umpd/platform/win32/Win32Types.h"
 // The headers below build on <windows.h>.
 #include "umpd/platform/win32/Win32Platform.h"
 
+namespace umpd {
 namespace {
 
 using RegOpenCurrentUserCall = LSTATUS(WINAPI*)(REGSAM, PHKEY);
@@ -29,30 +33,33 @@ RegistryAnswer answerOf(LSTATUS status) {
 }  // namespace
 
 CreatedKey Win32Registry::createKey(KeyHandle parent, const std::u16string& subkey,
-                                    std::uint32_t access) {
+                                    uint32_t access) {
   HKEY key = nullptr;
   DWORD disposition = 0;
   if (RegCreateKeyExW(hkey(parent), wide(subkey), 0, nullptr, REG_OPTION_NON_VOLATILE, access,
-                      nullptr, &key, &disposition) != ERROR_SUCCESS)
+                      nullptr, &key, &disposition) != ERROR_SUCCESS) {
     return {};
+  }
   return {OwnedKey(*this, from<KeyHandle>(key)), disposition == REG_CREATED_NEW_KEY};
 }
 
-OwnedKey Win32Registry::openKey(KeyHandle parent, const std::u16string& subkey,
-                                std::uint32_t access) {
+OwnedKey Win32Registry::openKey(KeyHandle parent, const std::u16string& subkey, uint32_t access) {
   HKEY key = nullptr;
-  if (RegOpenKeyExW(hkey(parent), wide(subkey), 0, access, &key) != ERROR_SUCCESS) return {};
+  if (RegOpenKeyExW(hkey(parent), wide(subkey), 0, access, &key) != ERROR_SUCCESS) {
+    return {};
+  }
   return OwnedKey(*this, from<KeyHandle>(key));
 }
 
-OwnedKey Win32Registry::openCurrentUser(FunctionAddress call, std::uint32_t access) {
+OwnedKey Win32Registry::openCurrentUser(FunctionAddress call, uint32_t access) {
   HKEY key = nullptr;
-  if (as<RegOpenCurrentUserCall>(call)(access, &key) != ERROR_SUCCESS) return {};
+  if (as<RegOpenCurrentUserCall>(call)(access, &key) != ERROR_SUCCESS) {
+    return {};
+  }
   return OwnedKey(*this, from<KeyHandle>(key));
 }
 
-RegistryValue Win32Registry::readValue(KeyHandle key, const std::u16string& name,
-                                       std::size_t room) {
+RegistryValue Win32Registry::readValue(KeyHandle key, const std::u16string& name, size_t room) {
   RegistryValue value;
   // Without a buffer the call would only tell the size.
   value.data.resize(room ? room : 1);
@@ -71,7 +78,7 @@ bool Win32Registry::hasValue(KeyHandle key, const std::u16string& name) {
          ERROR_SUCCESS;
 }
 
-bool Win32Registry::writeValue(KeyHandle key, const std::u16string& name, std::uint32_t type,
+bool Win32Registry::writeValue(KeyHandle key, const std::u16string& name, uint32_t type,
                                std::span<const std::byte> data) {
   return RegSetValueExW(hkey(key), wide(name), 0, type, reinterpret_cast<const BYTE*>(data.data()),
                         static_cast<DWORD>(data.size())) == ERROR_SUCCESS;
@@ -82,13 +89,14 @@ std::optional<KeyInfo> Win32Registry::queryInfo(KeyHandle key) {
   DWORD longestName = 0;
   DWORD longestData = 0;
   if (RegQueryInfoKeyW(hkey(key), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &values,
-                       &longestName, &longestData, nullptr, nullptr) != ERROR_SUCCESS)
+                       &longestName, &longestData, nullptr, nullptr) != ERROR_SUCCESS) {
     return std::nullopt;
+  }
   return KeyInfo{values, longestName, longestData};
 }
 
-RegistryValue Win32Registry::enumerateValue(KeyHandle key, std::uint32_t index,
-                                            std::size_t nameRoom, std::size_t dataRoom) {
+RegistryValue Win32Registry::enumerateValue(KeyHandle key, uint32_t index, size_t nameRoom,
+                                            size_t dataRoom) {
   RegistryValue value;
   std::vector<wchar_t> name(nameRoom ? nameRoom : 1);
   value.data.resize(dataRoom ? dataRoom : 1);
@@ -98,26 +106,32 @@ RegistryValue Win32Registry::enumerateValue(KeyHandle key, std::uint32_t index,
   value.answer = answerOf(RegEnumValueW(hkey(key), index, name.data(), &nameLength, nullptr, &type,
                                         reinterpret_cast<BYTE*>(value.data.data()), &size));
   value.data.resize(value.ok() ? size : 0);
-  if (value.ok()) value.name = text(name.data(), nameLength);
+  if (value.ok()) {
+    value.name = text(name.data(), nameLength);
+  }
   value.type = type;
   return value;
 }
 
 void Win32Registry::close(KeyHandle key) {
   const KeptLastError kept;
-  if (!isPredefined(key)) RegCloseKey(hkey(key));
+  if (!isPredefined(key)) {
+    RegCloseKey(hkey(key));
+  }
 }
 
-std::uint32_t Win32Profiles::readInt(const std::u16string& path, const std::u16string& section,
-                                     const std::u16string& key, std::uint32_t defaultValue) {
+uint32_t Win32Profiles::readInt(const std::u16string& path, const std::u16string& section,
+                                const std::u16string& key, uint32_t defaultValue) {
   return GetPrivateProfileIntW(wide(section), wide(key), static_cast<INT>(defaultValue),
                                wide(path));
 }
 
 std::u16string Win32Profiles::readSection(const std::u16string& path, const std::u16string& section,
-                                          std::size_t room) {
+                                          size_t room) {
   std::vector<wchar_t> buffer(room);
   const DWORD length =
       GetPrivateProfileSectionW(wide(section), buffer.data(), static_cast<DWORD>(room), wide(path));
   return text(buffer.data(), length);
 }
+
+}  // namespace umpd

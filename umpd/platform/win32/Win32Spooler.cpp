@@ -3,9 +3,12 @@
 #include <winspool.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 
 #include "umpd/platform/win32/Win32Platform.h"
 
+namespace umpd {
 namespace {
 
 using RevertToPrinterSelfCall = HANDLE(WINAPI*)();
@@ -20,7 +23,7 @@ HANDLE handleOf(PrinterHandle printer) {
 }
 
 SizeAnswer sizeAnswer(BOOL succeeded, DWORD needed) {
-  return {succeeded != FALSE, needed, succeeded ? 0 : static_cast<std::uint32_t>(GetLastError())};
+  return {succeeded != FALSE, needed, succeeded ? 0 : static_cast<uint32_t>(GetLastError())};
 }
 
 PrinterInfo infoOf(const PRINTER_INFO_2A& record) {
@@ -34,7 +37,7 @@ JobInfo infoOf(const JOB_INFO_2A& record) {
 }
 
 // Into a field that was zeros; the last character stays its terminator.
-template <std::size_t capacity>
+template <size_t capacity>
 void copyName(wchar_t (&field)[capacity], const std::u16string& name) {
   std::copy_n(name.begin(), std::min(name.size(), capacity - 1), field);
 }
@@ -61,7 +64,7 @@ void fill(DEVMODEW& record, const DevMode& mode) {
 }  // namespace
 
 OwnedPrinter Win32Spooler::openPrinter(const std::u16string& name, const DevMode& devMode,
-                                       std::uint32_t access) {
+                                       uint32_t access) {
   const DWORD size = std::max<DWORD>(sizeof(DEVMODEW), DWORD{devMode.size} + devMode.driverExtra);
   std::vector<BYTE> bytes(size);
   auto* const record = reinterpret_cast<DEVMODEW*>(bytes.data());
@@ -70,7 +73,9 @@ OwnedPrinter Win32Spooler::openPrinter(const std::u16string& name, const DevMode
   wchar_t datatype[] = L"RAW";
   PRINTER_DEFAULTSW defaults{datatype, record, access};
   HANDLE handle = nullptr;
-  if (!OpenPrinterW(reinterpret_cast<wchar_t*>(printer.data()), &handle, &defaults)) return {};
+  if (!OpenPrinterW(reinterpret_cast<wchar_t*>(printer.data()), &handle, &defaults)) {
+    return {};
+  }
   return OwnedPrinter(*this, from<PrinterHandle>(handle));
 }
 
@@ -85,15 +90,16 @@ SizeAnswer Win32Spooler::printerSize(PrinterHandle printer) {
   return sizeAnswer(succeeded, needed);
 }
 
-std::optional<PrinterInfo> Win32Spooler::printer(PrinterHandle printer, std::uint32_t size) {
+std::optional<PrinterInfo> Win32Spooler::printer(PrinterHandle printer, uint32_t size) {
   RecordBuffer<PRINTER_INFO_2A> buffer(size);
   DWORD needed = 0;
-  if (!buffer || !GetPrinterA(handleOf(printer), recordLevel, buffer.bytes(), size, &needed))
+  if (!buffer || !GetPrinterA(handleOf(printer), recordLevel, buffer.bytes(), size, &needed)) {
     return std::nullopt;
+  }
   return infoOf(*buffer.records());
 }
 
-SizeAnswer Win32Spooler::jobsSize(PrinterHandle printer, std::uint32_t first, std::uint32_t count) {
+SizeAnswer Win32Spooler::jobsSize(PrinterHandle printer, uint32_t first, uint32_t count) {
   DWORD needed = 0;
   DWORD returned = 0;
   const BOOL succeeded =
@@ -101,81 +107,95 @@ SizeAnswer Win32Spooler::jobsSize(PrinterHandle printer, std::uint32_t first, st
   return sizeAnswer(succeeded, needed);
 }
 
-std::optional<std::vector<JobInfo>> Win32Spooler::jobs(PrinterHandle printer, std::uint32_t first,
-                                                       std::uint32_t count, std::uint32_t size) {
+std::optional<std::vector<JobInfo>> Win32Spooler::jobs(PrinterHandle printer, uint32_t first,
+                                                       uint32_t count, uint32_t size) {
   RecordBuffer<JOB_INFO_2A> buffer(size);
   DWORD needed = 0;
   DWORD returned = 0;
   if (!buffer || !EnumJobsA(handleOf(printer), first, count, recordLevel, buffer.bytes(), size,
-                            &needed, &returned))
+                            &needed, &returned)) {
     return std::nullopt;
+  }
   std::vector<JobInfo> jobs;
-  for (DWORD i = 0; i < returned; ++i) jobs.push_back(infoOf(buffer.records()[i]));
+  for (DWORD i = 0; i < returned; ++i) {
+    jobs.push_back(infoOf(buffer.records()[i]));
+  }
   return jobs;
 }
 
-std::uint32_t Win32Spooler::printersSize() {
+uint32_t Win32Spooler::printersSize() {
   DWORD needed = 0;
   DWORD returned = 0;
   EnumPrintersA(localPrintersAndConnections, nullptr, recordLevel, nullptr, 0, &needed, &returned);
   return needed;
 }
 
-std::optional<std::vector<PrinterInfo>> Win32Spooler::printers(std::uint32_t size) {
+std::optional<std::vector<PrinterInfo>> Win32Spooler::printers(uint32_t size) {
   RecordBuffer<PRINTER_INFO_2A> buffer(size);
   DWORD needed = 0;
   DWORD returned = 0;
   if (!buffer || !EnumPrintersA(localPrintersAndConnections, nullptr, recordLevel, buffer.bytes(),
-                                size, &needed, &returned))
+                                size, &needed, &returned)) {
     return std::nullopt;
+  }
   std::vector<PrinterInfo> printers;
-  for (DWORD i = 0; i < returned; ++i) printers.push_back(infoOf(buffer.records()[i]));
+  for (DWORD i = 0; i < returned; ++i) {
+    printers.push_back(infoOf(buffer.records()[i]));
+  }
   return printers;
 }
 
-std::uint32_t Win32Spooler::driverDirectorySize(bool narrow) {
+uint32_t Win32Spooler::driverDirectorySize(bool narrow) {
   DWORD needed = 0;
-  if (narrow)
+  if (narrow) {
     GetPrinterDriverDirectoryA(nullptr, nullptr, directoryLevel, nullptr, 0, &needed);
-  else
+  } else {
     GetPrinterDriverDirectoryW(nullptr, nullptr, directoryLevel, nullptr, 0, &needed);
+  }
   return needed;
 }
 
-std::optional<std::u16string> Win32Spooler::driverDirectory(bool narrow, std::uint32_t size) {
+std::optional<std::u16string> Win32Spooler::driverDirectory(bool narrow, uint32_t size) {
   // Room for a terminator, whatever the call does.
   RecordBuffer<wchar_t> buffer(size + sizeof(wchar_t));
   DWORD needed = 0;
-  if (!buffer) return std::nullopt;
+  if (!buffer) {
+    return std::nullopt;
+  }
   if (narrow) {
     if (!GetPrinterDriverDirectoryA(nullptr, nullptr, directoryLevel, buffer.bytes(), size,
-                                    &needed))
+                                    &needed)) {
       return std::nullopt;
+    }
     return widenedIfAny(reinterpret_cast<const char*>(buffer.bytes()));
   }
-  if (!GetPrinterDriverDirectoryW(nullptr, nullptr, directoryLevel, buffer.bytes(), size, &needed))
+  if (!GetPrinterDriverDirectoryW(nullptr, nullptr, directoryLevel, buffer.bytes(), size,
+                                  &needed)) {
     return std::nullopt;
+  }
   return text(buffer.records());
 }
 
-std::optional<std::u16string> Win32Spooler::jobDocument(PrinterHandle printer,
-                                                        std::uint32_t jobId) {
+std::optional<std::u16string> Win32Spooler::jobDocument(PrinterHandle printer, uint32_t jobId) {
   DWORD needed = 0;
   GetJobW(handleOf(printer), jobId, recordLevel, nullptr, 0, &needed);
-  if (needed == 0) return std::nullopt;
+  if (needed == 0) {
+    return std::nullopt;
+  }
   RecordBuffer<JOB_INFO_2W> buffer(needed);
   if (!buffer || !GetJobW(handleOf(printer), jobId, recordLevel, buffer.bytes(), needed, &needed) ||
-      !buffer.records()->pDocument)
+      !buffer.records()->pDocument) {
     return std::nullopt;
+  }
   return text(buffer.records()->pDocument);
 }
 
-bool Win32Spooler::setJob(PrinterHandle printer, std::uint32_t jobId, std::uint32_t command) {
+bool Win32Spooler::setJob(PrinterHandle printer, uint32_t jobId, uint32_t command) {
   return SetJobW(handleOf(printer), jobId, 0, nullptr, command) != FALSE;
 }
 
 bool Win32Spooler::writePrinter(PrinterHandle printer, std::span<const std::byte> data,
-                                std::uint32_t& written) {
+                                uint32_t& written) {
   DWORD count = written;
   const BOOL succeeded = WritePrinter(handleOf(printer), const_cast<std::byte*>(data.data()),
                                       static_cast<DWORD>(data.size()), &count);
@@ -190,3 +210,5 @@ TokenHandle Win32Spooler::revertToPrinterSelf(FunctionAddress call) {
 bool Win32Spooler::impersonatePrinterClient(FunctionAddress call, TokenHandle token) {
   return as<ImpersonatePrinterClientCall>(call)(as<HANDLE>(token)) != FALSE;
 }
+
+}  // namespace umpd

@@ -3,12 +3,15 @@
 #include <lm.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <ctime>
 
 #include "umpd/platform/LowPages.h"
 #include "umpd/platform/win32/Win32Platform.h"
 
+namespace umpd {
 namespace {
 
 using NetGetDCNameCall = NET_API_STATUS(WINAPI*)(LPCWSTR, LPCWSTR, LPBYTE*);
@@ -26,27 +29,34 @@ struct LocalFreer {
 Sid taken(PSID sid) {
   Sid result;
   result.valid = IsValidSid(sid) != FALSE;
-  if (!result.valid) return result;
+  if (!result.valid) {
+    return result;
+  }
   const BYTE* authority = GetSidIdentifierAuthority(sid)->Value;
   std::copy_n(authority, result.authority.size(), result.authority.begin());
   const DWORD count = *GetSidSubAuthorityCount(sid);
-  for (DWORD i = 0; i < count; ++i) result.subAuthorities.push_back(*GetSidSubAuthority(sid, i));
+  for (DWORD i = 0; i < count; ++i) {
+    result.subAuthorities.push_back(*GetSidSubAuthority(sid, i));
+  }
   return result;
 }
 
 }  // namespace
 
-std::u16string widened(const char* narrow, std::size_t length) {
+std::u16string widened(const char* narrow, size_t length) {
   const int size = static_cast<int>(length);
   const int needed = size ? MultiByteToWideChar(CP_ACP, 0, narrow, size, nullptr, 0) : 0;
-  std::u16string result(static_cast<std::size_t>(needed), u'\0');
-  if (needed)
+  std::u16string result(static_cast<size_t>(needed), u'\0');
+  if (needed) {
     MultiByteToWideChar(CP_ACP, 0, narrow, size, reinterpret_cast<wchar_t*>(result.data()), needed);
+  }
   return result;
 }
 
 std::optional<std::u16string> widenedIfAny(const char* narrow) {
-  if (!narrow) return std::nullopt;
+  if (!narrow) {
+    return std::nullopt;
+  }
   return widened(narrow, std::char_traits<char>::length(narrow));
 }
 
@@ -54,7 +64,9 @@ std::optional<OsVersion> Win32Version::query() {
   OSVERSIONINFOA info{};
   static_assert(sizeof info == 148);
   info.dwOSVersionInfoSize = sizeof info;
-  if (!GetVersionExA(&info)) return std::nullopt;
+  if (!GetVersionExA(&info)) {
+    return std::nullopt;
+  }
   return OsVersion{info.dwMajorVersion, info.dwMinorVersion, info.dwPlatformId};
 }
 
@@ -74,7 +86,9 @@ void Win32Modules::close(ModuleHandle module) {
 std::optional<std::u16string> Win32Accounts::userName() {
   wchar_t name[nameCapacity] = {};
   DWORD size = nameCapacity;
-  if (!GetUserNameW(name, &size)) return std::nullopt;
+  if (!GetUserNameW(name, &size)) {
+    return std::nullopt;
+  }
   return text(name);
 }
 
@@ -94,63 +108,65 @@ std::optional<Sid> Win32Accounts::account(const std::u16string& server, const st
   DWORD domainSize = sizes.domain;
   SID_NAME_USE use{};
   if (!LookupAccountNameW(wide(server), wide(user), sid.data(), &sidSize, domain.data(),
-                          &domainSize, &use))
+                          &domainSize, &use)) {
     return std::nullopt;
+  }
   return taken(sid.data());
 }
 
 std::optional<std::u16string> Win32Accounts::domainController(FunctionAddress call,
                                                               FunctionAddress release) {
   BYTE* buffer = nullptr;
-  if (as<NetGetDCNameCall>(call)(nullptr, nullptr, &buffer) != NERR_Success || !buffer)
+  if (as<NetGetDCNameCall>(call)(nullptr, nullptr, &buffer) != NERR_Success || !buffer) {
     return std::nullopt;
+  }
   std::u16string name = text(reinterpret_cast<const wchar_t*>(buffer));
   as<NetApiBufferFreeCall>(release)(buffer);
   return name;
 }
 
-std::uint32_t Win32Clock::tickCount() {
+uint32_t Win32Clock::tickCount() {
   return GetTickCount();
 }
 
-void Win32Clock::sleep(std::uint32_t milliseconds) {
+void Win32Clock::sleep(uint32_t milliseconds) {
   Sleep(milliseconds);
 }
 
-std::int64_t Win32Clock::now() {
+int64_t Win32Clock::now() {
   return _time64(nullptr);
 }
 
-std::optional<CalendarTime> Win32Clock::localTime(std::int64_t time) {
+std::optional<CalendarTime> Win32Clock::localTime(int64_t time) {
   std::tm local{};
   const __time64_t moment = time;
-  if (_localtime64_s(&local, &moment) != 0) return std::nullopt;
+  if (_localtime64_s(&local, &moment) != 0) {
+    return std::nullopt;
+  }
   return CalendarTime{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
                       local.tm_hour,        local.tm_min,     local.tm_sec};
 }
 
-std::int32_t Win32Clock::timeZoneBias() {
+int32_t Win32Clock::timeZoneBias() {
   TIME_ZONE_INFORMATION zone{};
   GetTimeZoneInformation(&zone);
   return zone.Bias;
 }
 
-void Win32Random::seed(std::uint32_t value) {
+void Win32Random::seed(uint32_t value) {
   std::srand(value);
 }
 
-std::uint32_t Win32Random::next() {
+uint32_t Win32Random::next() {
   static_assert(RAND_MAX == 32767);
-  return static_cast<std::uint32_t>(std::rand());
+  return static_cast<uint32_t>(std::rand());
 }
 
-void Win32Messages::box(const std::u16string& text, const std::u16string& caption,
-                        std::uint32_t flags) {
+void Win32Messages::box(const std::u16string& text, const std::u16string& caption, uint32_t flags) {
   MessageBoxW(nullptr, wide(text), wide(caption), flags);
 }
 
-void Win32Messages::narrowBox(const std::string& text, const std::string& caption,
-                              std::uint32_t flags) {
+void Win32Messages::narrowBox(const std::string& text, const std::string& caption, uint32_t flags) {
   MessageBoxA(nullptr, text.c_str(), caption.c_str(), flags);
 }
 
@@ -162,21 +178,23 @@ void Win32Messages::narrowDebug(const std::string& text) {
   OutputDebugStringA(text.c_str());
 }
 
-std::uint32_t Win32Messages::lastError() {
+uint32_t Win32Messages::lastError() {
   return GetLastError();
 }
 
-void Win32Messages::setLastError(std::uint32_t error) {
+void Win32Messages::setLastError(uint32_t error) {
   SetLastError(error);
 }
 
-std::optional<std::u16string> Win32Messages::errorText(std::uint32_t error) {
+std::optional<std::u16string> Win32Messages::errorText(uint32_t error) {
   const KeptLastError kept;
   wchar_t* buffer = nullptr;
   const DWORD length = FormatMessageW(systemTextFlags, nullptr, error, userLanguage,
                                       reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
   const std::unique_ptr<wchar_t, LocalFreer> owned(buffer);
-  if (length == 0) return std::nullopt;
+  if (length == 0) {
+    return std::nullopt;
+  }
   return text(buffer, length);
 }
 
@@ -188,9 +206,10 @@ std::string Win32Text::narrow(const std::u16string& text) {
   const int size = static_cast<int>(text.size());
   const int needed =
       size ? WideCharToMultiByte(CP_ACP, 0, wide(text), size, nullptr, 0, nullptr, nullptr) : 0;
-  std::string result(static_cast<std::size_t>(needed), '\0');
-  if (needed)
+  std::string result(static_cast<size_t>(needed), '\0');
+  if (needed) {
     WideCharToMultiByte(CP_ACP, 0, wide(text), size, result.data(), needed, nullptr, nullptr);
+  }
   return result;
 }
 
@@ -204,7 +223,7 @@ bool Win32Text::toUtf8(const std::u16string& text, std::span<char> buffer) {
                              buffer.data(), static_cast<int>(buffer.size()), nullptr, nullptr) != 0;
 }
 
-OwnedLowBlock Win32Memory::allocate(std::size_t size) {
+OwnedLowBlock Win32Memory::allocate(size_t size) {
   return OwnedLowBlock(*this, allocateLowPages(size));
 }
 
@@ -213,3 +232,5 @@ void Win32Memory::close(std::byte* block) {
   // The system knows the size.
   freeLowPages(block, 0);
 }
+
+}  // namespace umpd

@@ -13,12 +13,14 @@
 
 #include "umpd/platform/Platform.h"
 
+namespace umpd {
+
 // The system's UTF-16 text. Only the type changes.
 inline const wchar_t* wide(const std::u16string& text) {
   return reinterpret_cast<const wchar_t*>(text.c_str());
 }
 
-inline std::u16string text(const wchar_t* characters, std::size_t length) {
+inline std::u16string text(const wchar_t* characters, size_t length) {
   return {characters, characters + length};
 }
 
@@ -27,30 +29,30 @@ inline std::u16string text(const wchar_t* terminated) {
 }
 
 // From the default code page.
-std::u16string widened(const char* narrow, std::size_t length);
+std::u16string widened(const char* narrow, size_t length);
 std::optional<std::u16string> widenedIfAny(const char* narrow);
 
 // The system's handle behind one of the seam's, and back.
 template <class System, class Handle>
 System as(Handle handle) {
-  return reinterpret_cast<System>(static_cast<std::uintptr_t>(handle));
+  return reinterpret_cast<System>(static_cast<uintptr_t>(handle));
 }
 
 template <class Handle, class System>
 Handle from(System handle) {
-  return Handle{reinterpret_cast<std::uintptr_t>(handle)};
+  return Handle{reinterpret_cast<uintptr_t>(handle)};
 }
 
 // Closing something must not hide why the call before it failed.
 class KeptLastError {
  public:
-  KeptLastError() : error(GetLastError()) {}
-  ~KeptLastError() { SetLastError(error); }
+  KeptLastError() : error_(GetLastError()) {}
+  ~KeptLastError() { SetLastError(error_); }
   KeptLastError(const KeptLastError&) = delete;
   KeptLastError& operator=(const KeptLastError&) = delete;
 
  private:
-  DWORD error;
+  DWORD error_;
 };
 
 // Room for one record of the spooler at least, with the texts behind it. Want of memory becomes the
@@ -59,13 +61,17 @@ template <class Record>
 class RecordBuffer {
  public:
   explicit RecordBuffer(DWORD size)
-      : storage(new (std::nothrow) BYTE[std::max<std::size_t>(size, sizeof(Record))]()) {
-    if (!storage) SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+      : storage_(new (std::nothrow) BYTE[std::max<size_t>(size, sizeof(Record))]()) {
+    if (!storage_) {
+      SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    }
   }
-  explicit operator bool() const { return storage != nullptr; }
-  BYTE* bytes() { return storage.get(); }
-  const Record* records() const { return reinterpret_cast<const Record*>(storage.get()); }
+  explicit operator bool() const { return storage_ != nullptr; }
+  BYTE* bytes() { return storage_.get(); }
+  const Record* records() const { return reinterpret_cast<const Record*>(storage_.get()); }
 
  private:
-  std::unique_ptr<BYTE[]> storage;
+  std::unique_ptr<BYTE[]> storage_;
 };
+
+}  // namespace umpd

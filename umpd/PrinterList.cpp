@@ -1,0 +1,38 @@
+#include "umpd/PrinterList.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "umpd/ProductNames.h"
+#include "umpd/platform/WideText.h"
+
+namespace umpd {
+
+PrinterIteratorCallback::~PrinterIteratorCallback() = default;
+
+bool enumeratePrinters(Platform& platform, PrinterIteratorCallback& callback) {
+  const uint32_t size = platform.spooler.printersSize();
+  if (size == 0) {
+    return false;
+  }
+  const auto printers = platform.spooler.printers(size);
+  return printers && std::any_of(printers->begin(), printers->end(),
+                                 [&](const PrinterInfo& printer) { return callback(printer); });
+}
+
+bool FindPort::operator()(const PrinterInfo& info) {
+  if (!info.driverName || !equalsIgnoringCase(*info.driverName, defaultPrinterName)) {
+    return false;
+  }
+  if (!info.portName) {
+    return false;
+  }
+  if (!equalsIgnoringCase(*info.portName, sought_) &&
+      !equalsIgnoringCase(withCommas(*info.portName), sought_)) {
+    return false;
+  }
+  name_ = info.printerName.value_or(u"");
+  return true;
+}
+
+}  // namespace umpd
