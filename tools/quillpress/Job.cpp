@@ -160,7 +160,7 @@ Job::Attempt Job::attempt(const DscPage& page, bool byLine) {
   result.content = converter_->takeContent(std::exchange(room_, {}));
   result.shown = watch_.takeShown();
   if (!result.stopped && !wholeRunFailed && converter_->isUnfinished()) {
-    watch_.addFailure(unfinishedFailure());
+    watch_.addFailure(unfinishedFailure(), placeOf(page.program) + page.program.size());
   }
   result.rest = watch_.takeEvents();
   result.failures = watch_.failureCount();

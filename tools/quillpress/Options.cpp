@@ -121,6 +121,9 @@ std::vector<std::string> commandNames() {
 }
 
 bool isPostScript(const std::string& path) {
+  if (path.ends_with(".ps") || path.ends_with(".eps")) {
+    return true;
+  }
   std::array<char, 2> start{};
   std::ifstream(systemPath(path), std::ios::binary).read(start.data(), start.size());
   return start[0] == '%' && start[1] == '!';
@@ -146,6 +149,7 @@ class CommandLine {
   void addTitleOptions();
   void run();
   [[noreturn]] void refuseExtra(const std::string& word) const;
+  void suggestCommand() const;
   void settleFiles();
   void settleOutputs();
   void addTextOption(const char* name, std::string& text) { app_.add_option(name, text); }
@@ -275,6 +279,16 @@ void CommandLine::settleOutputs() {
   options_.outputs = {files_.size() == 2 ? files_[1] : toStandard ? "-" : pdfNameOf(files_[0])};
 }
 
+// A first word that is no file may be a misspelt command.
+void CommandLine::suggestCommand() const {
+  const std::string& first = files_[0];
+  const std::string near = nearest(first, commandNames());
+  if (!commandIsNamed_ && !near.empty() && first != "-" && !fs::exists(systemPath(first))) {
+    throw UsageFailure("there is neither a command nor a file " + first + "; is " + near +
+                       " meant?");
+  }
+}
+
 void CommandLine::settleFiles() {
   const bool takesTitle = options_.command == Command::name || options_.command == Command::xmp;
   if (options_.command == Command::operators) {
@@ -284,6 +298,7 @@ void CommandLine::settleFiles() {
   if (files_.empty()) {
     throw UsageFailure(takesTitle ? "give a document's TITLE" : "give an INPUT file");
   }
+  suggestCommand();
   if (takesTitle) {
     options_.title = files_[0];
   } else if (options_.command == Command::convert || options_.command == Command::content) {
@@ -293,12 +308,6 @@ void CommandLine::settleFiles() {
   }
   if (options_.command == Command::objects && options_.folder.empty()) {
     throw UsageFailure("give the folder for the objects: --to FOLDER");
-  }
-  const std::string& first = files_[0];
-  const std::string near = nearest(first, commandNames());
-  if (!commandIsNamed_ && !near.empty() && first != "-" && !fs::exists(systemPath(first))) {
-    throw UsageFailure("there is neither a command nor a file " + first + "; is " + near +
-                       " meant?");
   }
 }
 

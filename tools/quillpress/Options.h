@@ -34,7 +34,8 @@ struct Options {
   std::vector<std::string> existing;
 };
 
-// Takes the command line with the program's name in front. Gives nothing when there is nothing left to do, and then sets the exit status: after --help and
+// Takes the command line with the program's name in front. Gives nothing when there is nothing left
+// to do, and then sets the exit status: after --help and
 // --version, and after a command line that makes no sense, which was told on standard error.
 std::optional<Options> parseOptions(std::vector<std::string> words, int& exitStatus);
 

@@ -1,6 +1,7 @@
 #include "tools/quillpress/PdfAssembler.h"
 
 #include <algorithm>
+#include <exception>
 #include <map>
 #include <memory>
 #include <optional>
@@ -224,7 +225,8 @@ class PageStreams : public QPDFObjectHandle::StreamDataProvider {
   std::map<QPDFObjGen, StoredStream> streams_;
 };
 
-// Gathers the writer's many small pieces.
+// Gathers the writer's many small pieces. The writer must not be left by an exception: a failure is
+// kept until it is done, and what comes after it is dropped.
 class Output : public Pipeline {
  public:
   explicit Output(const WriteBytes& write) : Pipeline("output", nullptr), write_(write) {}
@@ -235,14 +237,26 @@ class Output : public Pipeline {
     }
   }
   void finish() override {
-    write_(room_);
+    try {
+      if (!failure_) {
+        write_(room_);
+      }
+    } catch (...) {
+      failure_ = std::current_exception();
+    }
     room_.clear();
+  }
+  void rethrowFailure() const {
+    if (failure_) {
+      std::rethrow_exception(failure_);
+    }
   }
 
  private:
   static constexpr size_t blockSize = 65536;
   const WriteBytes& write_;
   std::string room_;
+  std::exception_ptr failure_;
 };
 
 QPDFObjectHandle pageOf(QPDF& pdf, const PdfPage& page, QPDFObjectHandle parent,
@@ -327,6 +341,7 @@ void PdfAssembler::write(const WriteBytes& writeBytes) {
   writer.setDeterministicID(true);
   writer.write();
   output.finish();
+  output.rethrowFailure();
 }
 
 }  // namespace quillpress

@@ -92,13 +92,14 @@ void Watch::failed(size_t position, std::string_view words) {
   failedAt_ = position;
   const size_t end = pieceStart_ + position;
   if (stopCause_ != StopCause::none) {
-    return addFailure(stopFailure(stopCause_, limits_));
+    return addFailure(stopFailure(stopCause_, limits_), end);
   }
-  addFailure(explain(
-      {words, source_.tokenBefore(end), source_.lineOf(end > 0 ? end - 1 : 0), source_.text()}));
+  addFailure(explain({words, source_.tokenBefore(end), source_.lineOf(end > 0 ? end - 1 : 0),
+                      source_.text()}),
+             end);
 }
 
-void Watch::addFailure(Failure failure) {
+void Watch::addFailure(Failure failure, size_t end) {
   ++failureCount_;
   const auto same = std::find_if(failures_.begin(), failures_.end(),
                                  [&](const Failure& one) { return isSameKind(one, failure); });
@@ -107,7 +108,7 @@ void Watch::addFailure(Failure failure) {
   } else if (!failures_.empty() && mayFollow(failure, source_.text())) {
     ++aftermath_;
   } else {
-    place(failure, pieceStart_ + failedAt_);
+    place(failure, end);
     failures_.push_back(std::move(failure));
   }
 }

@@ -48,8 +48,8 @@ class Watch : public postscript::Observer {
     converter_ = &converter;
     pieceStart_ = start;
   }
-  // Adds a failure that the engine does not know of, at the place so far.
-  void addFailure(Failure failure);
+  // Adds a failure after which so much of the text had been read.
+  void addFailure(Failure failure, size_t end);
   bool isOutOfTime() const;
 
   // What was seen since begin() or the last page that was shown, the kinds of failure in their
