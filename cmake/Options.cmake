@@ -29,4 +29,18 @@ if(WIN32)
   # Nothing is needed beside the library but the system's own DLLs, and two builds of one source
   # give the same bytes.
   add_link_options(-static -Wl,--no-insert-timestamp)
+  # Lines and functions for a debugger, whatever folder the project lies in.
+  add_compile_options(-g1 -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
 endif()
+
+# Moves a Windows program's or library's symbols, which are more than half of it, to a file beside it
+# with ".debug" after its name. Debuggers find it there.
+function(keep_symbols_apart target)
+  set(file $<TARGET_FILE:${target}>)
+  add_custom_command(
+    TARGET ${target} POST_BUILD
+    COMMAND ${CMAKE_OBJCOPY} --only-keep-debug ${file} ${file}.debug
+    COMMAND ${CMAKE_STRIP} --strip-all ${file}
+    COMMAND ${CMAKE_OBJCOPY} --add-gnu-debuglink=${file}.debug ${file}
+    VERBATIM)
+endfunction()

@@ -2,7 +2,6 @@
 #include "include/tqpumpd2k.h"
 #include "postscript/converter/OpenConverter.h"
 
-using postscript::PdfObjectList;
 using postscript::Postscript2Pdf;
 
 extern "C" {
@@ -29,7 +28,7 @@ const char* PSConvertToPdf(void* converter, const char* bytes, int32_t* length) 
 
 PdfObject* const* PSGetPdfObjects(void* converter, uint64_t* count) {
   try {
-    return static_cast<Postscript2Pdf*>(converter)->pdfObjects->handOut(count);
+    return static_cast<Postscript2Pdf*>(converter)->getPdfObjects(count);
   } catch (...) {
     return nullptr;
   }

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "include/tqpumpd2k.h"
-#include "postscript/painting/PdfObjectList.h"
+#include "postscript/painting/ClearPdfObjects.h"
 
 namespace {
 
@@ -56,6 +56,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   convert(converter, program.substr(second) + "\n");
   readObjects(converter);
   PSClose(converter);
-  postscript::PdfObjectList::instance().clearPdfObjects();
+  postscript::clearPdfObjects();
   return 0;
 }

@@ -11,8 +11,8 @@
  * PSConvertToPdf as often as the page has pieces; PSGetPdfObjects and PSGetErrorStr at any time;
  * PSClose.
  *
- * Threads: a converter is used by one thread at a time. The list of PDF objects belongs to the
- * process and is not protected, so that two converters must not run at the same time either.
+ * Threads: any number of threads may each have converters, and jobs, at the same time; one converter
+ * is used by one thread at a time. The list of PDF objects belongs to the process and is guarded.
  * No call throws. No call but PSClose accepts a null handle.
  *
  * The front end stands at the end of this header.
@@ -40,8 +40,9 @@ enum { TQP_PATTERN = 1, TQP_IMAGE = 3 };
 /*
  * One object that the text refers to by name and that the caller must put into the PDF file: an
  * image too large to stay in the text (ISO 32000-1, 8.9.5), or a tiling pattern (8.7.3).
- * Every pointer is the library's and lives as long as the record, which lives until the library
- * empties its list or is unloaded; the caller neither changes nor frees nor copies a record.
+ * Every pointer is the library's and lives as long as the record. A record never changes, and lives
+ * until the library empties its list or is unloaded, and as long as it is handed out (see
+ * PSGetPdfObjects); the caller neither changes nor frees nor copies it.
  * The record has private fields behind `source`: only pointers to it are ever handed out.
  */
 struct PdfObject {
@@ -92,8 +93,8 @@ TQP_EXPORT const char* PSConvertToPdf(void* converter, const char* bytes, int32_
  * Gives all objects that were made in this process since the list was last empty, oldest first.
  *   converter: a handle of PSOpen.
  *   count: out: how many 64-bit pointers the array has.
- * The array is the library's, valid until the next call of this function with any handle, or until
- * the library empties its list.
+ * The array and its records are the library's, valid until the next call of this function with the
+ * same handle, or PSClose, whatever other threads do. A call costs no more than what is new.
  * Gives null, and a count of 0, when there is no memory for the array.
  */
 TQP_EXPORT PdfObject* const* PSGetPdfObjects(void* converter, uint64_t* count);

@@ -1,11 +1,10 @@
 #include "umpd/UmDriver.h"
 
 #include <exception>
-#include <mutex>
 #include <optional>
 #include <span>
 
-#include "postscript/painting/PdfObjectList.h"
+#include "postscript/painting/ClearPdfObjects.h"
 #include "umpd/Folders.h"
 #include "umpd/NameEscapes.h"
 #include "umpd/ProtectedMode.h"
@@ -33,14 +32,6 @@ std::u16string objectName(Platform& platform, std::u16string_view space, std::u1
 
 std::string shownName(Platform& platform, const char16_t* name) {
   return name ? platform.text.narrow(name) : "(null)";
-}
-
-// Jobs of several threads begin and end at a time, and not all of it under the jobs' lock. The list
-// itself knows no threads.
-void emptyPdfObjectList() {
-  static std::mutex mutex;
-  const std::lock_guard lock(mutex);
-  postscript::PdfObjectList::instance().clearPdfObjects();
 }
 
 }  // namespace
@@ -324,7 +315,7 @@ void UmDriver::clear() {
   userName.clear();
   docName.clear();
   bytesWritten = 0;
-  emptyPdfObjectList();
+  postscript::clearPdfObjects();
 }
 
 }  // namespace umpd

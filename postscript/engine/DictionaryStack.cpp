@@ -10,9 +10,10 @@ DictionaryStack::DictionaryStack(VirtualMemorySet& memorySet)
       userDictionary(new DictionaryObject(*memorySet.local, "User")),
       errorDictionary(new DictionaryObject(*memorySet.local, "Error")),
       fontDirectory(new DictionaryObject(*memorySet.global, "Font")),
-      memory(memorySet) {
+      memory(memorySet),
+      symbols_(memorySet.symbols) {
   for (DictionaryObject* dictionary : {systemDictionary, globalDictionary, userDictionary}) {
-    stack.pushChecked(dictionary);
+    push(dictionary);
     ++dictionary->holders;
   }
   ++errorDictionary->refCount;
@@ -32,23 +33,56 @@ DictionaryStack::~DictionaryStack() {
   }
 }
 
-PostscriptObject* DictionaryStack::lookup(std::string_view key) const {
-  for (int32_t i = stack.size() - 1; i >= 0; --i) {
-    if (auto* value = static_cast<DictionaryObject*>(stack.at(i))->body().get(key)) {
-      return value;
-    }
+void DictionaryStack::push(DictionaryObject* dictionary) {
+  if (levels_.size() == levels_.capacity()) {
+    levels_.reserve(levels_.size() * 2 + 8);
   }
-  return nullptr;
+  stack.pushChecked(dictionary);
+  levels_.push_back({&dictionary->body(), ++changes_});
 }
 
-DictionaryObject* DictionaryStack::where(std::string_view key) const {
-  for (int32_t i = stack.size() - 1; i >= 0; --i) {
-    auto* dictionary = static_cast<DictionaryObject*>(stack.at(i));
-    if (dictionary->body().get(key)) {
-      return dictionary;
+DictionaryObject* DictionaryStack::pop() {
+  auto* dictionary = static_cast<DictionaryObject*>(stack.pop());
+  levels_.pop_back();
+  ++changes_;
+  return dictionary;
+}
+
+DictionaryEntry* DictionaryStack::find(Symbol& key) {
+  size_t level = levels_.size();
+  while (level > 0 && levels_[level - 1].pushedAt > key.foundAt) {
+    --level;
+    if (DictionaryEntry* entry = levels_[level].body->find(key)) {
+      return remember(key, entry, level);
     }
   }
-  return nullptr;
+  // The levels below are the same as at the last look-up.
+  const bool searched = key.foundAt != 0;
+  if (searched && (!key.found || key.foundLevel < level)) {
+    return remember(key, key.found, key.foundLevel);
+  }
+  while (level > 0) {
+    --level;
+    if (DictionaryEntry* entry = levels_[level].body->find(key)) {
+      return remember(key, entry, level);
+    }
+  }
+  return remember(key, nullptr, 0);
+}
+
+DictionaryEntry* DictionaryStack::remember(Symbol& key, DictionaryEntry* entry,
+                                           size_t level) const {
+  key.found = entry;
+  key.foundLevel = static_cast<uint32_t>(level);
+  key.foundAt = changes_;
+  return entry;
+}
+
+DictionaryObject* DictionaryStack::where(Symbol& key) {
+  if (!lookup(key)) {
+    return nullptr;
+  }
+  return static_cast<DictionaryObject*>(stack.at(key.foundLevel));
 }
 
 void DictionaryStack::addOperator(std::unique_ptr<NameObject> newOperator) {
@@ -72,7 +106,7 @@ void DictionaryStack::clearToPermanent() {
         dictionary == userDictionary) {
       return;
     }
-    release(stack.pop());
+    release(pop());
   }
 }
 

@@ -12,7 +12,7 @@ void PostscriptObject::execute(Interpreter& ps) {
 }
 
 void NameObject::execute(Interpreter& ps) {
-  PostscriptObject* value = ps.dictionaries.lookup(name);
+  PostscriptObject* value = ps.dictionaries.lookup(keySymbol(ps.memory.symbols, *this));
   if (!value) {
     throw Ex("NameObject", 25, "NOTHING TO EXECUTE for " + name + "\n");
   }

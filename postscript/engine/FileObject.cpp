@@ -1,7 +1,10 @@
 #include "postscript/engine/FileObject.h"
 
+#include <utility>
 #include "postscript/engine/Parser.h"
+
 #include "postscript/values/Ex.h"
+#include "postscript/values/StringObject.h"
 
 namespace postscript {
 
@@ -46,8 +49,12 @@ FileData::FileData(PostscriptObject* filterSource, std::string name)
 }
 
 FileData::~FileData() {
+  clearContents();
+}
+
+void FileData::clearContents() {
   if (source) {
-    giveUp(source);
+    giveUp(std::exchange(source, nullptr));
   }
 }
 
@@ -65,7 +72,7 @@ int32_t FileObject::readByte(Parser& parser) const {
     throw Ex(sourceFile, 76,
              "Progam attempting to read char when insufficient current file is loaded");
   }
-  return static_cast<signed char>(parser.get());
+  return signedByte(parser.get());
 }
 
 bool FileObject::readLine(Parser& parser, std::string& line) const {

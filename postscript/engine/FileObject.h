@@ -20,8 +20,11 @@ class FileData : public CompositeData {
   FileData(PostscriptObject* filterSource, std::string name);
   ~FileData() override;
 
+  bool mayGo() const override { return !source || mayGiveUp(*source); }
+  void clearContents() override;
+
   const Mode mode;
-  PostscriptObject* const source;  // counted; null for the current file
+  PostscriptObject* source;  // counted; null for the current file
   const std::string filterName;
   const uint32_t limit;
 };

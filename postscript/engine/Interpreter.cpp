@@ -7,17 +7,26 @@
 #include "postscript/values/ArrayObject.h"
 #include "postscript/values/Ex.h"
 #include "postscript/values/Limits.h"
+#include "postscript/values/NameObject.h"
 #include "support/DebugOutput.h"
 
 namespace postscript {
 
-Interpreter::Interpreter() = default;
+Interpreter::Interpreter()
+    : openBrace_(memory.symbols.symbolOf("{")), closeBrace_(memory.symbols.symbolOf("}")) {
+  openBrace_.take();
+  closeBrace_.take();
+}
 
-Interpreter::~Interpreter() = default;
+Interpreter::~Interpreter() {
+  openBrace_.giveBack();
+  closeBrace_.giveBack();
+}
 
 Observer::~Observer() = default;
 
-void Interpreter::askWhetherToStop() const {
+void Interpreter::askWhetherToStop() {
+  turnsLeft_ = turnsPerQuestion;
   if (observer && observer->wantsStop()) {
     throw Ex("postscript/lib/Interpreter", 71, "Stopped on request");
   }
@@ -28,25 +37,12 @@ void Interpreter::run(const char* bytes, size_t length) {
   printBuffer.clear();
   parser.setRange(bytes, length);
   suspendFlag = false;
-  for (uint64_t turn = 0; turn < limits::engineTurns; ++turn) {
-    if (turn % turnsPerQuestion == turnsPerQuestion - 1) {
-      askWhetherToStop();
-    }
-    const bool fromInput = executionStack.empty();
-    const Held<> object = hold(fromInput ? parser.nextToken() : executionStack.pop());
-    if (!object) {
-      return;
-    }
-    if (fromInput && !deferredStack.empty()) {
-      collect(object.get());
-    } else if (!object->executable) {
-      operandStack.pushChecked(object.get());
-    } else {
-      object->execute(*this);
-      if (suspendFlag) {
-        return;
-      }
-    }
+  turnsLeft_ = turnsPerQuestion;
+  try {
+    runTurns();
+  } catch (...) {
+    abandoned.endFailedRun();
+    throw;
   }
 }
 
@@ -54,12 +50,113 @@ void Interpreter::run(const char* text) {
   run(text, std::strlen(text));
 }
 
-void Interpreter::collect(PostscriptObject* token) {
-  const auto* name = as<NameObject>(token);
-  if (name && (name->name == "{" || name->name == "}")) {
-    token->execute(*this);
+void Interpreter::runTurns() {
+  for (uint64_t turn = 0; turn < limits::engineTurns && !suspendFlag; ++turn) {
+    if (--turnsLeft_ == 0) {
+      askWhetherToStop();
+    }
+    if (PostscriptObject* top = executionStack.top()) {
+      runTop(top);
+    } else if (!runToken()) {
+      return;
+    }
+  }
+}
+
+bool Interpreter::runToken() {
+  const Token token = parser.next();
+  const bool collecting = !deferredStack.empty();
+  ObjectStack& target =
+      collecting ? static_cast<ArrayObject*>(deferredStack.top())->items() : operandStack;
+  switch (token.kind) {
+    case Token::Kind::none:
+      return false;
+    case Token::Kind::integer:
+      target.pushInteger(token.integer);
+      return true;
+    case Token::Kind::real:
+      target.pushReal(token.real);
+      return true;
+    case Token::Kind::name:
+      if (!collecting || token.symbol == &openBrace_ || token.symbol == &closeBrace_) {
+        runName(*token.symbol);
+      } else {
+        target.pushNew<NameObject>(*token.symbol);
+      }
+      return true;
+    case Token::Kind::object:
+      break;
+  }
+  const Held<> object = hold(token.object);
+  if (!collecting) {
+    runObject(object.get());
+  } else if (isBrace(*object)) {
+    object->execute(*this);
   } else {
-    static_cast<ArrayObject*>(deferredStack.top())->items().pushChecked(token);
+    target.pushChecked(object.get());
+  }
+  return true;
+}
+
+bool Interpreter::isBrace(const PostscriptObject& object) const {
+  const auto* name = as<NameObject>(&object);
+  return name && (name->name == openBrace_.text || name->name == closeBrace_.text);
+}
+
+void Interpreter::runTop(PostscriptObject* top) {
+  if (top->type == TypeTag::array && top->executable) {
+    runArray(static_cast<ArrayObject*>(top));
+  } else {
+    const Held<> object = hold(executionStack.pop());
+    runObject(object.get());
+  }
+}
+
+// The array stays on the execution stack under its elements, as it would after being pushed under
+// each of them again.
+void Interpreter::runArray(ArrayObject* array) {
+  const ObjectStack& items = array->items();
+  if (array->execIndex < items.size()) {
+    PostscriptObject* element = items.at(array->execIndex++);
+    if (!element->executable) {
+      operandStack.pushChecked(element);
+    } else if (isPlainName(*element)) {
+      runName(static_cast<NameObject*>(element)->symbol());
+    } else {
+      const Held<> held = hold(element);
+      runObject(element);
+    }
+    return;
+  }
+  const Held<> finished = hold(executionStack.pop());
+  if (!items.empty()) {
+    array->executable = false;
+    array->execIndex = 0;
+  }
+}
+
+bool Interpreter::isPlainName(const PostscriptObject& object) const {
+  return object.type == TypeTag::name &&
+         static_cast<const NameObject&>(object).symbol().table() == &memory.symbols;
+}
+
+void Interpreter::runName(Symbol& symbol) {
+  PostscriptObject* value = dictionaries.lookup(symbol);
+  if (!value) {
+    throw Ex("NameObject", 25, "NOTHING TO EXECUTE for " + symbol.text + "\n");
+  }
+  makeRunnable(value);
+  const Held<> held = hold(value);
+  runObject(value);
+}
+
+void Interpreter::runObject(PostscriptObject* object) {
+  if (!object->executable) {
+    operandStack.pushChecked(object);
+  } else if (object->type == TypeTag::array) {
+    executionStack.pushChecked(object);
+  } else {
+    object->execute(*this);
   }
 }
 
@@ -69,7 +166,7 @@ void Interpreter::listUnknownNames(const char* bytes, size_t length) {
   std::map<std::string, int32_t> unknown;
   while (const Held<> token = hold(parser.nextToken())) {
     const auto* name = as<NameObject>(token.get());
-    if (!name || name->name.size() < 2 || dictionaries.lookup(name->name)) {
+    if (!name || name->name.size() < 2 || dictionaries.lookup(std::string_view(name->name))) {
       continue;
     }
     const auto isLowerCase = [](char c) { return c >= 'a' && c <= 'z'; };

@@ -23,6 +23,8 @@ namespace generated {
 class GeneratedOps;
 }
 
+class ArrayObject;
+
 class Interpreter {
  public:
   // Without operators: a composition registers those (see converter/Layers.h).
@@ -59,12 +61,29 @@ class Interpreter {
   Observer* observer = nullptr;  // not owned
 
  private:
-  // The observer is asked when the turn's number is a multiple of this less one.
-  static constexpr uint64_t turnsPerQuestion = 4096;
+  // The observer is asked once in so many turns.
+  static constexpr uint32_t turnsPerQuestion = 4096;
 
-  void askWhetherToStop() const;
-  // A token while a procedure is being collected: { and } run, anything else goes into it.
-  void collect(PostscriptObject* token);
+  void runTurns();
+  // Takes the next token and runs, pushes or collects it. False when the input is used up.
+  bool runToken();
+  // One turn with the top of the execution stack.
+  void runTop(PostscriptObject* top);
+  // One step of a running array.
+  void runArray(ArrayObject* array);
+  // Runs what the name stands for, at once: nothing can look between the name and its value.
+  void runName(Symbol& symbol);
+  // Pushes a literal object, starts an array, executes anything else.
+  void runObject(PostscriptObject* object);
+  bool isBrace(const PostscriptObject& object) const;
+  // A name that is no operator, and whose symbol is of the interpreter's table.
+  bool isPlainName(const PostscriptObject& object) const;
+  void askWhetherToStop();
+
+  uint32_t turnsLeft_ = turnsPerQuestion;
+  // While a procedure is being collected, these two names run.
+  Symbol& openBrace_;
+  Symbol& closeBrace_;
 };
 
 }  // namespace postscript

@@ -58,7 +58,43 @@ inline Held<MarkObject> popMarkObject(Interpreter& ps) {
 
 // Pops a number and reads it. Fails for anything else.
 inline double popNumber(Interpreter& ps) {
-  return numberValue(*popObject(ps));
+  NumberOperand number;
+  if (ps.operandStack.empty() || !ps.operandStack.numberFromTop(0, number)) {
+    return numberValue(*popObject(ps));
+  }
+  ps.operandStack.drop();
+  return number.real;
+}
+
+// Pops an integer and reads it. Fails with an operator's own name, or a helper's, for anything
+// else.
+inline int32_t popInteger(Interpreter& ps, const char* where = "popIntegerObject") {
+  NumberOperand number;
+  if (ps.operandStack.empty() || !ps.operandStack.numberFromTop(0, number) || number.isReal) {
+    return popAs<IntegerObject>(ps, where)->value;
+  }
+  ps.operandStack.drop();
+  return number.integer;
+}
+
+// Pops a boolean and reads it.
+inline bool popBoolean(Interpreter& ps, const char* where = "popBooleanObject") {
+  if (!ps.operandStack.empty()) {
+    const StackItem& top = ps.operandStack.itemFromTop(0);
+    if (top.kind == StackItem::Kind::boolean) {
+      const bool value = top.boolean;
+      ps.operandStack.drop();
+      return value;
+    }
+  }
+  return popAs<BooleanObject>(ps, where)->value;
+}
+
+// Whether the two topmost objects are numbers; then `a`, the deeper one, and `b` have their values,
+// and both are still on the stack.
+inline bool twoNumbers(const Interpreter& ps, NumberOperand& a, NumberOperand& b) {
+  return ps.operandStack.size() >= 2 && ps.operandStack.numberFromTop(0, b) &&
+         ps.operandStack.numberFromTop(1, a);
 }
 
 // Stores into an array. The count is taken before the index is looked at: without such a place the
@@ -77,13 +113,13 @@ T* push(Interpreter& ps, Arguments&&... arguments) {
   return ps.operandStack.pushNew<T>(std::forward<Arguments>(arguments)...);
 }
 inline void pushInteger(Interpreter& ps, int32_t value) {
-  push<IntegerObject>(ps, value);
+  ps.operandStack.pushInteger(value);
 }
 inline void pushReal(Interpreter& ps, double value) {
-  push<RealObject>(ps, value);
+  ps.operandStack.pushReal(value);
 }
 inline void pushBoolean(Interpreter& ps, bool value) {
-  push<BooleanObject>(ps, value);
+  ps.operandStack.pushBoolean(value);
 }
 // A new, literal string in the current space.
 inline StringObject* pushString(Interpreter& ps, std::string text) {

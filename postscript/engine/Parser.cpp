@@ -27,9 +27,8 @@ constexpr std::string_view separatorSets[] = {
     ">",                    // angleString
     "~",                    // ascii85String
     "\n\r \t\f()<>[]{}%/",  // literalName
-    "\n\r",                 // a line
+    "\n\r",                 // line
 };
-constexpr unsigned lineSet = 6;
 
 constexpr auto separatorTable = [] {
   std::array<uint8_t, 256> table{};
@@ -39,6 +38,34 @@ constexpr auto separatorTable = [] {
       auto& bits = table[static_cast<uint8_t>(c)];
       bits = static_cast<uint8_t>(bits | 1u << set);
     }
+  }
+  return table;
+}();
+
+// What a byte begins where a token may begin.
+enum class LexicalClass : uint8_t { regular, dropped, bracket, comment, slash, string, angle };
+
+constexpr auto lexicalClasses = [] {
+  std::array<LexicalClass, 256> table{};
+  table[0] = LexicalClass::dropped;
+  for (const char c : std::string_view("\n\r \t\f)>")) {
+    table[static_cast<uint8_t>(c)] = LexicalClass::dropped;
+  }
+  for (const char c : std::string_view("[]{}")) {
+    table[static_cast<uint8_t>(c)] = LexicalClass::bracket;
+  }
+  table['%'] = LexicalClass::comment;
+  table['/'] = LexicalClass::slash;
+  table['('] = LexicalClass::string;
+  table['<'] = LexicalClass::angle;
+  return table;
+}();
+
+// Whether a token that begins so can be a number.
+constexpr auto mayBeginNumber = [] {
+  std::array<bool, 256> table{};
+  for (const char c : std::string_view("0123456789+-.eE")) {
+    table[static_cast<uint8_t>(c)] = true;
   }
   return table;
 }();
@@ -82,79 +109,194 @@ void Parser::stepBack() {
   --current;
 }
 
-bool Parser::readLine(std::string& line) {
-  const std::string savedToken = token;
-  const char* savedCurrent = current;
-  if (!collect(lineSet)) {
-    current = savedCurrent;
-    token = savedToken;
-    return false;
-  }
-  line = token;
-  token.clear();
-  return true;
-}
-
-bool Parser::collect(unsigned separatorSet) {
-  const unsigned bit = 1u << separatorSet;
-  const char* at = current;
+const char* Parser::endOfRun(const char* at, const char* end, State separators) {
+  const unsigned bit = 1u << static_cast<unsigned>(separators);
   while (at < end && !(separatorTable[static_cast<uint8_t>(*at)] & bit)) {
     ++at;
   }
-  checkStringSize(token.size() + static_cast<size_t>(at - current));
-  token.append(current, at);
-  current = at;
-  if (at == end) {
+  return at;
+}
+
+bool Parser::readLine(std::string& line) {
+  const char* last = endOfRun(current, end, State::line);
+  if (last == end) {
     return false;
   }
-  separator = *at;
+  // Text that is left of a token whose end failed comes first.
+  checkStringSize(token.size() + static_cast<size_t>(last - current));
+  line = std::move(token);
+  line.append(current, last);
+  token.clear();
+  current = last;
+  return true;
+}
+
+bool Parser::collect(State separators) {
+  const char* last = endOfRun(current, end, separators);
+  if (separators != State::comment) {
+    checkStringSize(token.size() + static_cast<size_t>(last - current));
+    token.append(current, last);
+  }
+  current = last;
+  if (last == end) {
+    return false;
+  }
+  separator = *last;
   return true;
 }
 
 PostscriptObject* Parser::nextToken() {
+  const Token next = this->next();
+  switch (next.kind) {
+    case Token::Kind::integer:
+      return new IntegerObject(next.integer);
+    case Token::Kind::real:
+      return new RealObject(next.real);
+    case Token::Kind::name:
+      return new NameObject(*next.symbol);
+    case Token::Kind::object:
+    case Token::Kind::none:
+      break;
+  }
+  return next.object;
+}
+
+Token Parser::next() {
+  if (state == State::scan && token.empty()) {
+    const Token inPlace = readInPlace();
+    if (inPlace.kind != Token::Kind::none) {
+      return inPlace;
+    }
+  }
+  return readInSteps();
+}
+
+Token Parser::readInPlace() {
+  while (current < end) {
+    switch (lexicalClasses[static_cast<uint8_t>(*current)]) {
+      case LexicalClass::regular:
+        return readRegular(current);
+      case LexicalClass::dropped:
+        ++current;
+        break;
+      case LexicalClass::bracket:
+        return nameToken({current++, 1});
+      case LexicalClass::comment:
+        current = endOfRun(current, end, State::comment);
+        if (current == end) {
+          state = State::comment;
+          return {};
+        }
+        ++current;
+        break;
+      case LexicalClass::slash:
+        return readLiteralName();
+      case LexicalClass::string:
+        return readString();
+      case LexicalClass::angle:
+        return readAngleString();
+    }
+  }
+  return {};
+}
+
+Token Parser::readRegular(const char* first) {
+  const char* last = endOfRun(first, end, State::scan);
+  if (last == end) {
+    return {};
+  }
+  current = last;
+  return textToken({first, static_cast<size_t>(last - first)});
+}
+
+Token Parser::readLiteralName() {
+  const char* first = current + 1;
+  const char* last = endOfRun(first, end, State::literalName);
+  // An immediately evaluated name begins with a second slash.
+  if (last == end || (last == first && *last == '/')) {
+    return {};
+  }
+  current = last;
+  return literalName({first, static_cast<size_t>(last - first)});
+}
+
+// Nested parentheses belong to the text; a backslash is for the long way.
+Token Parser::readString() {
+  const char* first = current + 1;
+  int32_t depth = 0;
+  for (const char* at = first; (at = endOfRun(at, end, State::literalString)) < end; ++at) {
+    if (*at == '(') {
+      ++depth;
+    } else if (*at == ')' && depth > 0) {
+      --depth;
+    } else if (*at == ')') {
+      current = at + 1;
+      return stringToken({first, static_cast<size_t>(at - first)}, nullptr);
+    } else {
+      break;
+    }
+  }
+  return {};
+}
+
+// The text keeps the > that ends it.
+Token Parser::readAngleString() {
+  const char* first = current + 1;
+  const char* last = endOfRun(first, end, State::angleString);
+  if (last == end || *first == '~') {
+    return {};
+  }
+  current = last + 1;
+  return stringToken({first, static_cast<size_t>(current - first)}, "ASCIIHexDecode");
+}
+
+Token Parser::readInSteps() {
   for (;;) {
-    PostscriptObject* object = nullptr;
+    Token step;
     if (inEscape) {
       if (atEnd()) {
-        return nullptr;
+        return {};
       }
       escape += get();
       stepEscape();
       continue;
     }
-    if (!collect(static_cast<unsigned>(state))) {
-      return nullptr;
+    if (!collect(state)) {
+      return {};
     }
     switch (state) {
       case State::scan:
-        object = stepScan();
+      case State::line:
+        step = stepScan();
         break;
       case State::comment:
         takeSeparator();
         backToScan();
         break;
       case State::literalString:
-        object = stepLiteralString();
+        step = stepLiteralString();
         break;
       case State::angleString:
-        object = stepAngleString();
+        step = stepAngleString();
         break;
       case State::ascii85String:
-        object = stepAscii85String();
+        step = stepAscii85String();
         break;
       case State::literalName:
-        object = stepLiteralName();
+        step = stepLiteralName();
         break;
     }
-    if (object) {
-      return object;
+    if (step.kind != Token::Kind::none) {
+      return step;
     }
   }
 }
 
-PostscriptObject* Parser::stepScan() {
+Token Parser::stepScan() {
   if (!token.empty()) {
-    return finishedToken();
+    const Token finished = textToken(token);
+    token.clear();
+    return finished;
   }
   takeSeparator();
   switch (separator) {
@@ -175,28 +317,14 @@ PostscriptObject* Parser::stepScan() {
     case ']':
     case '{':
     case '}':
-      return new NameObject(separator);
+      return nameToken({&separator, 1});
     default:  // white space, and a closing bracket that nothing opened
       break;
   }
-  return nullptr;
+  return {};
 }
 
-PostscriptObject* Parser::finishedToken() {
-  PostscriptObject* object = nullptr;
-  const NumberToken number = readNumber(token);
-  if (number.kind == NumberToken::Kind::integer) {
-    object = new IntegerObject(number.integer);
-  } else if (number.kind == NumberToken::Kind::real) {
-    object = new RealObject(number.real);
-  } else {
-    object = new NameObject(token);
-  }
-  token.clear();
-  return object;
-}
-
-PostscriptObject* Parser::stepLiteralString() {
+Token Parser::stepLiteralString() {
   takeSeparator();
   switch (separator) {
     case ')':
@@ -217,7 +345,7 @@ PostscriptObject* Parser::stepLiteralString() {
     default:
       throw Ex(tokenFile, 195, "Unexpected separator when parsing for end of literal string");
   }
-  return nullptr;
+  return {};
 }
 
 // By how much of the escape is there: its first byte says what it is, a second and third may
@@ -265,7 +393,7 @@ void Parser::endOctalEscape() {
   inEscape = false;
 }
 
-PostscriptObject* Parser::stepAngleString() {
+Token Parser::stepAngleString() {
   const bool ascii85 = !token.empty() && token.front() == '~';
   const bool closed = ascii85 && token.back() == '~';
   takeSeparator();
@@ -278,46 +406,70 @@ PostscriptObject* Parser::stepAngleString() {
   }
   // This > is data: from here on only ~ ends the string.
   state = State::ascii85String;
-  return nullptr;
+  return {};
 }
 
-PostscriptObject* Parser::stepAscii85String() {
+Token Parser::stepAscii85String() {
   takeSeparator();
   token += separator;
   return finishedString(1, "ASCII85Decode");
 }
 
-PostscriptObject* Parser::finishedString(size_t from, const char* filter) {
-  auto string = std::make_unique<StringObject>(*memory.current, token.substr(from));
-  if (filter) {
-    string->filters().emplace_back(filter);
-  }
-  backToScan();
-  return string.release();
-}
-
-PostscriptObject* Parser::stepLiteralName() {
+Token Parser::stepLiteralName() {
   if (token.empty() && separator == '/') {
     takeSeparator();
     token += '/';
-    return nullptr;
+    return {};
   }
-  PostscriptObject* object = nullptr;
+  Token finished;
   if (token.size() > 1 && token[0] == '/') {
-    object = dictionaries.lookup(std::string_view(token).substr(1));
-    if (!object) {
+    finished.object = dictionaries.lookup(std::string_view(token).substr(1));
+    if (!finished.object) {
       throw Ex(tokenFile, 147, "Undefined Immediately Evaluated Name");
     }
+    finished.kind = Token::Kind::object;
   } else {
-    object = new NameObject(token);
-    object->executable = false;
+    finished = literalName(token);
   }
   backToScan();
-  return object;
+  return finished;
 }
 
-void Parser::takeSeparator() {
-  ++current;
+Token Parser::textToken(std::string_view text) const {
+  if (mayBeginNumber[static_cast<uint8_t>(text[0])]) {
+    const NumberToken number = readNumber(text);
+    if (number.kind == NumberToken::Kind::integer) {
+      return {Token::Kind::integer, number.integer};
+    }
+    if (number.kind == NumberToken::Kind::real) {
+      return {Token::Kind::real, 0, number.real};
+    }
+  }
+  return nameToken(text);
+}
+
+Token Parser::nameToken(std::string_view text) const {
+  return {Token::Kind::name, 0, 0, &memory.symbols.symbolOf(text)};
+}
+
+Token Parser::literalName(std::string_view text) const {
+  auto* name = new NameObject(memory.symbols.symbolOf(text));
+  name->executable = false;
+  return {Token::Kind::object, 0, 0, nullptr, name};
+}
+
+Token Parser::stringToken(std::string_view text, const char* filter) const {
+  auto string = std::make_unique<StringObject>(*memory.current, std::string(text));
+  if (filter) {
+    string->filters().emplace_back(filter);
+  }
+  return {Token::Kind::object, 0, 0, nullptr, string.release()};
+}
+
+Token Parser::finishedString(size_t from, const char* filter) {
+  const Token finished = stringToken(std::string_view(token).substr(from), filter);
+  backToScan();
+  return finished;
 }
 
 void Parser::backToScan() {

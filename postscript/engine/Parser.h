@@ -1,12 +1,14 @@
-// Parser: turns a range of bytes into objects, one a call. It is a state machine that can be cut
+// Parser: turns a range of bytes into tokens, one a call. It is a state machine that can be cut
 // anywhere: the engine points it at a new range whenever more input is there, and an unfinished
-// token goes on in it. It walks the caller's memory and copies only the token in work. Read
-// operators take bytes of the same range, at the same position: it is the "current file".
-// Start at nextToken.
+// token goes on in it. It walks the caller's memory; a token that lies whole in the range is read
+// in its place, and only one that is cut, or has escapes, is collected in `token`. Read operators
+// take bytes of the same range, at the same position: it is the "current file". Start at next.
 #pragma once
 
 #include <string>
+#include <string_view>
 
+#include "postscript/engine/Token.h"
 #include "postscript/values/PostscriptObject.h"
 
 namespace postscript {
@@ -16,15 +18,16 @@ struct VirtualMemorySet;
 
 class Parser {
  public:
-  Parser(VirtualMemorySet& memorySet, DictionaryStack& dictionaryStack)
-      : memory(memorySet), dictionaries(dictionaryStack) {}
+  Parser(VirtualMemorySet& theMemory, DictionaryStack& theDictionaries)
+      : memory(theMemory), dictionaries(theDictionaries) {}
 
   // The range to work on, which must stay valid while it is read.
   void setRange(const char* bytes, size_t length);
   // How many bytes of the range have been read.
   size_t position() const { return static_cast<size_t>(current - begin); }
-  // The next object, or null when the range is used up. A new object, held by nobody; or, for an
-  // immediately evaluated name, the dictionary's own.
+  // The next token; of kind none when the range is used up.
+  Token next();
+  // The same as an object, held by nobody; null when the range is used up.
   PostscriptObject* nextToken();
 
   // The current file. All but `atEnd` and `readLine` fail where there is no byte.
@@ -38,24 +41,40 @@ class Parser {
   bool readLine(std::string& line);
 
  private:
-  enum class State { scan, comment, literalString, angleString, ascii85String, literalName };
+  // A line is never the parser's state: it has separators of its own.
+  enum class State { scan, comment, literalString, angleString, ascii85String, literalName, line };
+
+  // A token that lies whole in the range; of kind none for anything else, which is left unread
+  // from its first byte on.
+  Token readInPlace();
+  Token readRegular(const char* first);
+  Token readLiteralName();
+  Token readString();
+  Token readAngleString();
+  // The state machine, for tokens that are cut by a range's end, and for all that is rare.
+  Token readInSteps();
 
   // Collects the token up to a separator of the state, and leaves that unread. False when the
-  // range ends first; what was collected stays.
-  bool collect(unsigned separatorSet);
-  // One step in each state. An object when the step has finished one.
-  PostscriptObject* stepScan();
-  PostscriptObject* stepLiteralString();
-  PostscriptObject* stepAngleString();
-  PostscriptObject* stepAscii85String();
-  PostscriptObject* stepLiteralName();
+  // range ends first; what was collected stays. The text of a comment is dropped.
+  bool collect(State separators);
+  // The first separator of the state, or the end.
+  static const char* endOfRun(const char* at, const char* end, State separators);
+  // One step in each state. A token when the step has finished one.
+  Token stepScan();
+  Token stepLiteralString();
+  Token stepAngleString();
+  Token stepAscii85String();
+  Token stepLiteralName();
   void stepEscape();
   void startEscape();
   void endOctalEscape();
 
-  PostscriptObject* finishedToken();
-  PostscriptObject* finishedString(size_t from, const char* filter);
-  void takeSeparator();
+  Token textToken(std::string_view text) const;
+  Token nameToken(std::string_view text) const;
+  Token literalName(std::string_view text) const;
+  Token stringToken(std::string_view text, const char* filter) const;
+  Token finishedString(size_t from, const char* filter);
+  void takeSeparator() { ++current; }
   void backToScan();
 
   const char* current = nullptr;

@@ -5,7 +5,7 @@ namespace postscript {
 generated::GeneratedOps::~GeneratedOps() = default;
 
 void ImplementedGenOps::performCountdictstack(std::tuple<IntegerObject&> objects) {
-  std::get<0>(objects).value = interpreter->dictionaries.stack.size();
+  std::get<0>(objects).value = interpreter_->dictionaries.stack.size();
 }
 
 void ImplementedGenOps::performCvs(

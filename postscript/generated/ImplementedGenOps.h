@@ -7,15 +7,15 @@ namespace postscript {
 
 class ImplementedGenOps : public generated::GeneratedOps {
  public:
-  explicit ImplementedGenOps(Interpreter& owner) : interpreter(&owner) {}
+  explicit ImplementedGenOps(Interpreter& interpreter) : interpreter_(&interpreter) {}
 
   void performCountdictstack(std::tuple<IntegerObject&> objects) override;
-  // A hand-written operator stands in front of this one.
+  // Not reached: a hand-written operator replaces this one.
   void performCvs(std::tuple<PostscriptObject&, StringObject&, StringObject&> objects) override;
   void performProduct(std::tuple<StringObject&> objects) override;
 
  private:
-  Interpreter* interpreter;
+  Interpreter* interpreter_;
 };
 
 }  // namespace postscript

@@ -29,7 +29,7 @@ void EndArrayOperator::execute(Interpreter& ps) {
   const Held<ArrayObject> array = ps.hold(new ArrayObject(*ps.memory.current, ArrayData::array));
   const int32_t size = ps.operandStack.size();
   int32_t count = 0;
-  while (count < size && ps.operandStack.at(size - 1 - count)->type != TypeTag::mark) {
+  while (count < size && ps.operandStack.typeFromTop(count) != TypeTag::mark) {
     ++count;
   }
   ps.operandStack.moveTop(count, array->items());

@@ -20,6 +20,11 @@ int32_t compareReals(double a, double b) {
   return a > b ? 1 : 0;
 }
 
+int32_t compareNumbers(const NumberOperand& a, const NumberOperand& b) {
+  return a.isReal || b.isReal ? compareReals(a.real, b.real)
+                              : wrappingSubtract(a.integer, b.integer);
+}
+
 int32_t compareTexts(std::string_view a, std::string_view b) {
   const int order = std::string_view(a.data(), std::min(a.find('\0'), a.size()))
                         .compare(std::string_view(b.data(), std::min(b.find('\0'), b.size())));
@@ -70,9 +75,9 @@ class ValueComparison {
     if (a.body().size() != b.body().size()) {
       return false;
     }
-    for (const auto& [key, value] : a.body().entries()) {
-      const PostscriptObject* other = b.body().get(key);
-      if (!other || !equal(*value, *other)) {
+    for (const DictionaryEntry* entry : a.body().entries()) {
+      const PostscriptObject* other = b.body().get(entry->symbol);
+      if (!other || !equal(*entry->value, *other)) {
         return false;
       }
     }
@@ -134,17 +139,26 @@ int32_t Comparer::compare(const PostscriptObject& a, const PostscriptObject& b) 
 }
 
 int32_t Comparer::comparePopped(Interpreter& ps) {
+  NumberOperand numberA;
+  NumberOperand numberB;
+  if (twoNumbers(ps, numberA, numberB)) {
+    ps.operandStack.drop(2);
+    return compareNumbers(numberA, numberB);
+  }
   const Held<> b = popObject(ps);
   const Held<> a = popObject(ps);
   return compare(*a, *b);
 }
 
 bool Comparer::equal(Interpreter& ps) {
+  NumberOperand numberA;
+  NumberOperand numberB;
+  if (twoNumbers(ps, numberA, numberB)) {
+    ps.operandStack.drop(2);
+    return compareNumbers(numberA, numberB) == 0;
+  }
   const Held<> b = popObject(ps);
   const Held<> a = popObject(ps);
-  if (!a || !b) {
-    throw Ex(sourceFile, 122, "excpected items on stack");
-  }
   return ValueComparison().equal(*a, *b);
 }
 

@@ -13,12 +13,12 @@ template <class Choose>
 void define(Interpreter& ps, Choose choose) {
   const Held<> value = popObject(ps);
   const Held<> key = popObject(ps);
-  const KeyText text(*key);
-  DictionaryObject* dictionary = choose(text);
+  Symbol& symbol = keySymbol(ps.memory.symbols, *key);
+  DictionaryObject* dictionary = choose(symbol);
   if (!dictionary) {
     throw Ex(sourceFile, 58, "no dictionary on dictionary stack");
   }
-  dictionary->body().put(text, value.get());
+  dictionary->body().put(symbol, value.get());
 }
 
 }  // namespace
@@ -30,22 +30,23 @@ void DictOperator::execute(Interpreter& ps) {
 
 void BeginOperator::execute(Interpreter& ps) {
   const Held<> operand = popObject(ps);
-  if (!as<DictionaryObject>(operand.get())) {
+  auto* dictionary = as<DictionaryObject>(operand.get());
+  if (!dictionary) {
     throw Ex(sourceFile, 23, "expecting dictionary on op stack");
   }
-  ps.dictionaries.stack.pushChecked(operand.get());
+  ps.dictionaries.push(dictionary);
 }
 
 void EndOperator::execute(Interpreter& ps) {
-  release(ps.dictionaries.stack.pop());
+  release(ps.dictionaries.pop());
 }
 
 void DefOperator::execute(Interpreter& ps) {
-  define(ps, [&ps](std::string_view) { return ps.dictionaries.top(); });
+  define(ps, [&ps](Symbol&) { return ps.dictionaries.top(); });
 }
 
 void StoreOperator::execute(Interpreter& ps) {
-  define(ps, [&ps](std::string_view key) {
+  define(ps, [&ps](Symbol& key) {
     DictionaryObject* holder = ps.dictionaries.where(key);
     return holder ? holder : ps.dictionaries.top();
   });
@@ -55,7 +56,7 @@ void UndefOperator::execute(Interpreter& ps) {
   const Held<> key = popObject(ps);
   const Held<> operand = popObject(ps);
   if (const auto* dictionary = as<DictionaryObject>(operand.get())) {
-    dictionary->body().remove(KeyText(*key));
+    dictionary->body().remove(keySymbol(ps.memory.symbols, *key));
   }
 }
 

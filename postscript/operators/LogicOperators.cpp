@@ -13,27 +13,29 @@ constexpr const char* sourceFile = "postscript/lib/IfOperators";
 // Two booleans give a boolean, two integers an integer, bit by bit.
 template <class Combine>
 void combine(Interpreter& ps, int32_t line, const char* message, Combine bits) {
-  const Held<> b = popObject(ps);
-  const Held<> a = popObject(ps);
-  const auto* booleanA = as<BooleanObject>(a.get());
-  const auto* booleanB = as<BooleanObject>(b.get());
-  const auto* integerA = as<IntegerObject>(a.get());
-  const auto* integerB = as<IntegerObject>(b.get());
-  if (booleanA && booleanB) {
-    pushBoolean(ps, bits(int32_t{booleanA->value}, int32_t{booleanB->value}) != 0);
-  } else if (integerA && integerB) {
-    pushInteger(ps, bits(integerA->value, integerB->value));
-  } else {
+  NumberOperand a;
+  NumberOperand b;
+  if (twoNumbers(ps, a, b) && !a.isReal && !b.isReal) {
+    ps.operandStack.drop(2);
+    return pushInteger(ps, bits(a.integer, b.integer));
+  }
+  const ObjectStack& stack = ps.operandStack;
+  if (stack.size() < 2 || stack.typeFromTop(0) != TypeTag::boolean ||
+      stack.typeFromTop(1) != TypeTag::boolean) {
+    const Held<> top = popObject(ps);
+    const Held<> next = popObject(ps);
     throw Ex(sourceFile, line, message);
   }
+  const bool top = popBoolean(ps);
+  const bool next = popBoolean(ps);
+  pushBoolean(ps, bits(int32_t{next}, int32_t{top}) != 0);
 }
 
 }  // namespace
 
 void IfOperator::execute(Interpreter& ps) {
   const Held<> procedure = popObject(ps);
-  const auto condition = popAs<BooleanObject>(ps, "if");
-  if (condition->value) {
+  if (popBoolean(ps, "if")) {
     start(ps, procedure.get());
   }
 }
@@ -41,8 +43,7 @@ void IfOperator::execute(Interpreter& ps) {
 void IfelseOperator::execute(Interpreter& ps) {
   const Held<> otherwise = popObject(ps);
   const Held<> procedure = popObject(ps);
-  const auto condition = popAs<BooleanObject>(ps, "ifelse");
-  start(ps, condition->value ? procedure.get() : otherwise.get());
+  start(ps, popBoolean(ps, "ifelse") ? procedure.get() : otherwise.get());
 }
 
 void TrueOperator::execute(Interpreter& ps) {
@@ -58,12 +59,16 @@ void NullOperator::execute(Interpreter& ps) {
 }
 
 void NotOperator::execute(Interpreter& ps) {
-  const Held<> operand = popObject(ps);
-  if (const auto* boolean = as<BooleanObject>(operand.get())) {
-    pushBoolean(ps, !boolean->value);
-  } else if (const auto* integer = as<IntegerObject>(operand.get())) {
-    pushInteger(ps, wrappingSubtract(0, integer->value));
+  NumberOperand number;
+  if (ps.operandStack.empty()) {
+    ps.operandStack.pop();
+  }
+  if (ps.operandStack.typeFromTop(0) == TypeTag::boolean) {
+    pushBoolean(ps, !popBoolean(ps));
+  } else if (ps.operandStack.numberFromTop(0, number) && !number.isReal) {
+    pushInteger(ps, wrappingSubtract(0, popInteger(ps)));
   } else {
+    const Held<> operand = popObject(ps);
     throw Ex(sourceFile, 142, "Unsupported type of param to not");
   }
 }

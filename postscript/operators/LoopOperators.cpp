@@ -39,6 +39,14 @@ Held<> controlOf(Interpreter& ps, const PostscriptObject& initial, bool anyReal)
   throw Ex(sourceFile, 36, "Unsupported number type in initial for loop value");
 }
 
+void pushCloneOfNumber(Interpreter& ps, const PostscriptObject& number) {
+  if (const auto* integer = as<IntegerObject>(&number)) {
+    pushInteger(ps, integer->value);
+  } else {
+    ps.operandStack.pushChecked(ps.hold(number.clone()).get());
+  }
+}
+
 bool goesUp(const PostscriptObject& increment) {
   if (const auto* integer = as<IntegerObject>(&increment)) {
     return integer->value >= 0;
@@ -134,15 +142,9 @@ void ForOperator::round(Interpreter& ps) {
   }
   ps.executionStack.pushChecked(this);
   ps.executionStack.pushChecked(proc.get());
-  ps.operandStack.pushChecked(ps.hold(control->clone()).get());
+  pushCloneOfNumber(ps, *control);
   makeRunnable(proc.get());
 }
-
-// `entry` is the one at `index`.
-struct ForallOperator::Walk {
-  DictionaryData::Entries::const_iterator entry;
-  uint64_t changes;
-};
 
 ForallOperator::ForallOperator() : ForallOperator(nullptr, nullptr) {}
 
@@ -180,8 +182,7 @@ void ForallOperator::step(Interpreter& ps) {
     if (at >= string->text().size()) {
       return;
     }
-    const auto byte = static_cast<signed char>(string->text()[at]);
-    step(ps, nullptr, ps.hold(new IntegerObject(byte)).get());
+    step(ps, nullptr, ps.hold(new IntegerObject(signedByte(string->text()[at]))).get());
   } else {
     throw Ex(sourceFile, 203, "Unsupported forall elements param");
   }
@@ -192,11 +193,8 @@ void ForallOperator::stepDictionary(Interpreter& ps) {
   if (index >= body.size()) {
     return;
   }
-  if (!walk || walk->changes != body.changes()) {
-    walk.reset(new Walk{std::next(body.entries().begin(), index), body.changes()});
-  }
-  step(ps, ps.hold(new NameObject(walk->entry->first)).get(), walk->entry->second);
-  ++walk->entry;
+  const DictionaryEntry& entry = body.entryAt(index);
+  step(ps, ps.hold(new NameObject(entry.symbol)).get(), entry.value);
 }
 
 void ForallOperator::step(Interpreter& ps, PostscriptObject* key, PostscriptObject* element) {
@@ -230,8 +228,8 @@ RepeatOperator::~RepeatOperator() = default;
 void RepeatOperator::execute(Interpreter& ps) {
   if (!proc) {
     const Held<> procedure = popObject(ps);
-    const auto count = popAs<IntegerObject>(ps, "repeat");
-    return ps.hold(new RepeatOperator(procedure.get(), count->value))->execute(ps);
+    const int32_t count = popInteger(ps, "repeat");
+    return ps.hold(new RepeatOperator(procedure.get(), count))->execute(ps);
   }
   if (remaining < 1) {
     return;

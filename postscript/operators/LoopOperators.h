@@ -58,9 +58,6 @@ class ForallOperator : public NameObject {
   void execute(Interpreter& ps) override;
 
  private:
-  // Keeps a dictionary's walk at its place as long as nothing was added or removed.
-  struct Walk;
-
   void step(Interpreter& ps);
   void step(Interpreter& ps, PostscriptObject* key, PostscriptObject* element);
   void stepDictionary(Interpreter& ps);
@@ -68,7 +65,6 @@ class ForallOperator : public NameObject {
   const RunningProcedure proc;
   PostscriptObject* const collection;
   int32_t index = 0;
-  std::unique_ptr<Walk> walk;
 };
 
 // proc loop -

@@ -14,13 +14,16 @@ constexpr const char* sourceFile = "postscript/lib/MathOperators";
 template <class OfInteger, class OfReal>
 void calcUnary(Interpreter& ps, int32_t line, const char* message, OfInteger ofInteger,
                OfReal ofReal) {
-  const Held<> operand = popObject(ps);
-  if (const auto* integer = as<IntegerObject>(operand.get())) {
-    pushInteger(ps, ofInteger(integer->value));
-  } else if (const auto* real = as<RealObject>(operand.get())) {
-    pushReal(ps, ofReal(real->value));
-  } else {
+  NumberOperand number;
+  if (ps.operandStack.empty() || !ps.operandStack.numberFromTop(0, number)) {
+    const Held<> operand = popObject(ps);
     throw Ex(sourceFile, line, message);
+  }
+  ps.operandStack.drop();
+  if (number.isReal) {
+    pushReal(ps, ofReal(number.real));
+  } else {
+    pushInteger(ps, ofInteger(number.integer));
   }
 }
 
@@ -41,21 +44,32 @@ void checkDivisor(int32_t divisor, int32_t line) {
 }  // namespace
 
 void MathOperator::calc(Interpreter& ps) {
+  NumberOperand a;
+  NumberOperand b;
+  if (!twoNumbers(ps, a, b)) {
+    return failCalc(ps);
+  }
+  ps.operandStack.drop(2);
+  if (a.isReal || b.isReal) {
+    realA = a.real;
+    realB = b.real;
+    calcReal(ps);
+  } else {
+    intA = a.integer;
+    intB = b.integer;
+    calcInteger(ps);
+  }
+}
+
+// At least one of the two is no number, or missing.
+void MathOperator::failCalc(Interpreter& ps) {
   const Held<> b = popObject(ps);
   const Held<> a = popObject(ps);
-  const auto* integerA = as<IntegerObject>(a.get());
-  const auto* integerB = as<IntegerObject>(b.get());
   if (a->type == TypeTag::real || b->type == TypeTag::real) {
-    realA = numberValue(*a);
-    realB = numberValue(*b);
-    calcReal(ps);
-  } else if (integerA && integerB) {
-    intA = integerA->value;
-    intB = integerB->value;
-    calcInteger(ps);
-  } else {
-    throw Ex(sourceFile, 37, "Unsupported number type in calc");
+    numberValue(*a);
+    numberValue(*b);
   }
+  throw Ex(sourceFile, 37, "Unsupported number type in calc");
 }
 
 void TrigOperator::calc(Interpreter& ps) {
@@ -99,15 +113,16 @@ void IdivOperator::calcInteger(Interpreter& ps) {
 }
 
 void ModOperator::execute(Interpreter& ps) {
-  const Held<> top = popObject(ps);
-  const Held<> next = popObject(ps);
-  const auto* b = as<IntegerObject>(top.get());
-  const auto* a = as<IntegerObject>(next.get());
-  if (!a || !b) {
+  NumberOperand a;
+  NumberOperand b;
+  if (!twoNumbers(ps, a, b) || a.isReal || b.isReal) {
+    popObject(ps);
+    popObject(ps);
     throw Ex(sourceFile, 263, "Illegal param types for mod operator");
   }
-  checkDivisor(b->value, 264);
-  pushInteger(ps, b->value == -1 ? 0 : std::abs(a->value % b->value));
+  ps.operandStack.drop(2);
+  checkDivisor(b.integer, 264);
+  pushInteger(ps, b.integer == -1 ? 0 : std::abs(a.integer % b.integer));
 }
 
 void NegOperator::execute(Interpreter& ps) {

@@ -17,6 +17,8 @@ class MathOperator {
   virtual void calcReal(Interpreter& ps) = 0;
   virtual void calcInteger(Interpreter& ps) = 0;
 
+  [[noreturn]] static void failCalc(Interpreter& ps);
+
   double realA = 0;
   double realB = 0;
   int32_t intA = 0;

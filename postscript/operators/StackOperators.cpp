@@ -13,18 +13,17 @@ constexpr const char* sourceFile = "postscript/lib/StackOperators";
 // Each of the n topmost objects again, from the deepest on.
 void copyObjects(Interpreter& ps, int32_t n) {
   for (int32_t i = 0; i < n; ++i) {
-    PostscriptObject* object = ps.operandStack.at(int64_t{ps.operandStack.size()} - n);
-    if (!object) {
+    if (n > ps.operandStack.size()) {
       throw Ex(sourceFile, 208, "object not on stack");
     }
-    ps.operandStack.pushChecked(ps.hold(object->clone()).get());
+    ps.operandStack.pushCloneFromTop(n - 1);
   }
 }
 
 void copyDictionary(Interpreter& ps, const DictionaryObject& source, DictionaryObject& copy) {
   copy.body().clear();
-  for (const auto& [key, value] : source.body().entries()) {
-    copy.body().put(key, ps.hold(value->clone()).get());
+  for (const DictionaryEntry* entry : source.body().entries()) {
+    copy.body().put(entry->symbol, ps.hold(entry->value->clone()).get());
   }
 }
 
@@ -117,59 +116,65 @@ void CleartomarkOperator::execute(Interpreter& ps) {
 void CounttomarkOperator::execute(Interpreter& ps) {
   int32_t count = 0;
   const int32_t size = ps.operandStack.size();
-  while (count < size && ps.operandStack.at(size - 1 - count)->type != TypeTag::mark) {
+  while (count < size && ps.operandStack.typeFromTop(count) != TypeTag::mark) {
     ++count;
   }
   pushInteger(ps, count);
 }
 
 void PopOperator::execute(Interpreter& ps) {
-  popObject(ps);
+  if (ps.operandStack.empty()) {
+    ps.operandStack.pop();
+  }
+  ps.operandStack.drop();
 }
 
 void DupOperator::execute(Interpreter& ps) {
-  const Held<> object = popObject(ps);
-  ps.operandStack.pushChecked(object.get());
-  ps.operandStack.pushChecked(ps.hold(object->clone()).get());
+  if (ps.operandStack.empty()) {
+    ps.operandStack.pop();
+  }
+  ps.operandStack.pushCloneFromTop(0);
 }
 
 void ExchOperator::execute(Interpreter& ps) {
-  const Held<> b = popObject(ps);
-  const Held<> a = popObject(ps);
-  ps.operandStack.pushChecked(b.get());
-  ps.operandStack.pushChecked(a.get());
+  if (ps.operandStack.size() < 2) {
+    popObject(ps);
+    popObject(ps);
+  }
+  ps.operandStack.swapTopTwo();
 }
 
 void RollOperator::execute(Interpreter& ps) {
-  const Held<> top = popObject(ps);
-  const Held<> next = popObject(ps);
-  const auto* j = as<IntegerObject>(top.get());
-  const auto* n = as<IntegerObject>(next.get());
-  if (!j || !n) {
+  NumberOperand n;
+  NumberOperand j;
+  if (!twoNumbers(ps, n, j) || n.isReal || j.isReal) {
+    const Held<> top = popObject(ps);
+    const Held<> next = popObject(ps);
     throw Ex(sourceFile, 102, "Illegal param type passed to roll operator");
   }
-  const int32_t count = n->value;
+  ps.operandStack.drop(2);
+  const int32_t count = n.integer;
   if (count == 0) {
     return;
   }
   if (count < 0 || count > ps.operandStack.size()) {
     throw Ex(sourceFile, 114, "rolling - expected more objects on stack");
   }
-  const int32_t remainder = j->value % count;
-  ps.operandStack.rotateTop(count, j->value > 0 ? count - remainder : -remainder);
+  const int32_t remainder = j.integer % count;
+  ps.operandStack.rotateTop(count, j.integer > 0 ? count - remainder : -remainder);
 }
 
 void IndexOperator::execute(Interpreter& ps) {
-  const Held<> operand = popObject(ps);
-  const auto* n = as<IntegerObject>(operand.get());
-  if (!n) {
+  NumberOperand n;
+  if (ps.operandStack.empty() || !ps.operandStack.numberFromTop(0, n) || n.isReal) {
+    const Held<> operand = popObject(ps);
     throw Ex(sourceFile, 167, "Illegal param type passed to index operator");
   }
-  PostscriptObject* object = ps.operandStack.at(int64_t{ps.operandStack.size()} - n->value - 1);
-  if (!object) {
+  ps.operandStack.drop();
+  if (n.integer < 0 || n.integer >= ps.operandStack.size()) {
     throw Ex(sourceFile, 174, "Indexed object not on stack");
   }
-  ps.operandStack.pushChecked(ps.hold(object->clone()).get());
+  ps.operandStack.pushCloneFromTop(n.integer);
 }
 
 void ClearOperator::execute(Interpreter& ps) {

@@ -6,7 +6,7 @@ namespace postscript {
 
 void WhereOperator::execute(Interpreter& ps) {
   const Held<> key = popObject(ps);
-  DictionaryObject* dictionary = ps.dictionaries.where(KeyText(*key));
+  DictionaryObject* dictionary = ps.dictionaries.where(keySymbol(ps.memory.symbols, *key));
   if (dictionary) {
     ps.operandStack.pushChecked(dictionary);
   }
@@ -15,7 +15,7 @@ void WhereOperator::execute(Interpreter& ps) {
 
 void LoadOperator::execute(Interpreter& ps) {
   const Held<> key = popObject(ps);
-  PostscriptObject* value = ps.dictionaries.lookup(KeyText(*key));
+  PostscriptObject* value = ps.dictionaries.lookup(keySymbol(ps.memory.symbols, *key));
   if (!value) {
     throw Ex("postscript/lib/WhereOperator", 51, "Undefined name passed to load operator");
   }
@@ -25,7 +25,7 @@ void LoadOperator::execute(Interpreter& ps) {
 void KnownOperator::execute(Interpreter& ps) {
   const Held<> key = popObject(ps);
   const auto dictionary = popAs<DictionaryObject>(ps, "known");
-  pushBoolean(ps, dictionary->body().get(KeyText(*key)) != nullptr);
+  pushBoolean(ps, dictionary->body().get(keySymbol(ps.memory.symbols, *key)) != nullptr);
 }
 
 void addWhereOperators(OperatorRegistry& registry) {

@@ -18,31 +18,25 @@ void checkAngles(const ArcSpec& arc) {
 
 // One curve, from one angle to another. `first` says that the arc begins with it.
 void arcSegment(Postscript2Pdf& converter, const ArcSpec& arc, double from, double to, bool first) {
-  const double a1 = from * pi / 180;
-  const double a2 = to * pi / 180;
-  const double h = (a2 - a1) * 0.5;
-  // The first control point of a unit arc of half-angle h about the arc's axis, then in polar form.
-  const double c = std::cos(h);
-  const double p = (4 - c) / 3;
-  const double q = -(1 - c) * (c - 3) / (3 * std::sin(h));
-  const double d = h - std::atan(q / p);
-  const double rc = arc.radius * std::sqrt(p * p + q * q);
+  const ArcPiece& piece = converter.arcPieces.between(from, to);
+  const double r = arc.radius;
+  const double rc = r * piece.controlRadius;
   const double cx = arc.centerX;
   const double cy = arc.centerY;
 
   GraphicsState& state = converter.topState();
   const bool pathOpen = state.pathOpen;
-  state.currentX = std::cos(a1) * arc.radius + cx;
-  state.currentY = std::sin(a1) * arc.radius + cy;
+  state.currentX = piece.start.x * r + cx;
+  state.currentY = piece.start.y * r + cy;
   if (!pathOpen) {
     converter.writePoint('m');
   } else if (first) {
     converter.writePoint('l');
   }
-  const double endX = std::cos(a2) * arc.radius + cx;
-  const double endY = std::sin(a2) * arc.radius + cy;
-  converter.writeCurve(std::cos(a1 + d) * rc + cx, std::sin(a1 + d) * rc + cy,
-                       std::cos(a2 - d) * rc + cx, std::sin(a2 - d) * rc + cy, endX, endY);
+  const double endX = piece.end.x * r + cx;
+  const double endY = piece.end.y * r + cy;
+  converter.writeCurve(piece.startControl.x * rc + cx, piece.startControl.y * rc + cy,
+                       piece.endControl.x * rc + cx, piece.endControl.y * rc + cy, endX, endY);
   state.currentX = endX;
   state.currentY = endY;
 }

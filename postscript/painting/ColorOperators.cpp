@@ -93,11 +93,13 @@ void track(GraphicsState& state, ColorMode mode, std::span<const double> values)
 // The numbers with the stroking operator, and again with the other.
 void writeColor(Postscript2Pdf& converter, std::span<const double> values,
                 std::string_view stroking, std::string_view filling) {
-  std::string numbers;
+  char text[4 * (mostNumberText + 1)];
+  char* end = text;
   for (const double value : values) {
-    formatNumber(numbers, value);
-    numbers += ' ';
+    end = formatNumber(end, value);
+    *end++ = ' ';
   }
+  const std::string_view numbers(text, end);
   converter.write(numbers, stroking, " ", numbers, filling, " ");
 }
 

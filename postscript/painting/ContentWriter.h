@@ -1,35 +1,44 @@
-// ContentWriter: how numbers, matrices and clips become PDF text.
+// ContentWriter: how numbers, texts and matrices become PDF text.
 #pragma once
 
+#include <cstring>
 #include <string>
 #include <string_view>
 
 #include "postscript/values/Matrix.h"
+#include "postscript/values/NumberText.h"
 
 namespace postscript {
 
-// Appends a number with the fewer decimals the larger it is, without trailing zeros.
-void formatNumber(std::string& text, double value);
+// Parts of a text: a number or a text each. How much room one takes at most, and its writer, which
+// returns where the part ends.
+inline size_t roomFor(double) {
+  return mostNumberText;
+}
+inline size_t roomFor(std::string_view text) {
+  return text.size();
+}
+inline char* writePart(char* at, double number) {
+  return formatNumber(at, number);
+}
+inline char* writePart(char* at, std::string_view text) {
+  std::memcpy(at, text.data(), text.size());
+  return at + text.size();
+}
 
-// Appends the six numbers, each with a blank behind it, the word and a line feed; nothing for a
-// matrix that flattens everything to a point.
+// Writes parts in the order given, into a text that has `room` and `endAt` as TextBuffer has them.
+template <class Text, class... Parts>
+void writeParts(Text& text, const Parts&... parts) {
+  char* at = text.room((roomFor(parts) + ...));
+  ((at = writePart(at, parts)), ...);
+  text.endAt(at);
+}
+
+// Writes the six numbers, each followed by a blank, the word and a line feed; nothing for a matrix
+// that flattens everything to a point.
+size_t roomForMatrix(std::string_view word);
+char* formatMatrix(char* at, const Matrix& matrix, std::string_view word);
+// The same, at the end of a text.
 void formatMatrix(std::string& text, const Matrix& matrix, std::string_view word);
-
-// Puts clipping operators into the text. PDF wants one directly behind the path's construction,
-// while programs write gsave in between: when a "q" stands behind the last segment, the operator
-// goes in front of it; else to the end. A text is read once, however many clips it gets.
-class ClipWriter {
- public:
-  void insert(std::string& content, std::string_view clip);
-  // To be told when the text does not merely grow.
-  void textWasCut() { *this = {}; }
-
- private:
-  void read(std::string_view content);
-
-  size_t readLength = 0;    // how much of the text has been read
-  size_t segmentPlace = 0;  // behind the last segment in it; 0 when there is none
-  bool sawQ = false;        // behind that segment
-};
 
 }  // namespace postscript

@@ -56,11 +56,11 @@ void SetfontOperator::execute(Interpreter& ps) {
   }
   GraphicsState& state = converter->topState();
   state.fontSize = matrix.d * 1000.0 + matrix.b * 1000.0;
-  state.fontName = fontName->name;
+  state.fontName = std::make_shared<const std::string>(fontName->name);
 }
 
 void CurrentfontOperator::execute(Interpreter& ps) {
-  const std::string& fontName = converter->topState().fontName;
+  const std::string& fontName = *converter->topState().fontName;
   if (PostscriptObject* font = fontDirectory(ps).get(fontName)) {
     ps.operandStack.pushChecked(font);
   } else {

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "postscript/values/Matrix.h"
@@ -13,13 +14,17 @@ namespace postscript {
 // The model in which a colour was given. Colour spaces and images use the same numbers.
 enum class ColorMode : int32_t { unknown = -1, rgb = 0, hsb = 1, cmyk = 2, gray = 3 };
 
+// "Helvetica".
+const std::shared_ptr<const std::string>& freshFontName();
+
 struct GraphicsState {
   double currentX = 0;  // in user space
   double currentY = 0;
   double lineWidth = 0;  // 0 until a program sets it, though the PDF side starts at 1
   Matrix matrix;         // with the page's matrix
   ColorMode colorSpace = ColorMode::rgb;
-  std::string fontName = "Helvetica";
+  // Shared by the states that gsave copied: a program may give a font any name.
+  std::shared_ptr<const std::string> fontName = freshFontName();
   double fontSize = 12;
   bool pathOpen = false;  // the text holds a subpath that a written "m" began
   ColorMode colorMode = ColorMode::gray;

@@ -219,21 +219,17 @@ void Imager::emit() {
 }
 
 void Imager::emitObject() {
-  StoredPdfObject* record = pdfConverter->pdfObjects->findPdfObject(TQP_IMAGE, imageData);
-  if (!record) {
-    record = pdfConverter->pdfObjects->addPdfObject(TQP_IMAGE, "/PSI");
-    std::string dictionary = "/Type /XObject /Subtype /Image /BitsPerComponent " +
-                             std::to_string(bitsPerComponent) + " /Width " + std::to_string(width) +
-                             " /Height " + std::to_string(height) + " /ColorSpace /" +
-                             spaceName(imageColorMode) + " " + filterText;
-    if (dictionary.size() > dictionaryLimit) {
-      dictionary.resize(dictionaryLimit);
-    }
-    record->setDictionary(std::move(dictionary));
-    record->compress = filterText.empty() ? 1 : 0;
-    record->setData(std::move(imageData));
+  std::string dictionary = "/Type /XObject /Subtype /Image /BitsPerComponent " +
+                           std::to_string(bitsPerComponent) + " /Width " + std::to_string(width) +
+                           " /Height " + std::to_string(height) + " /ColorSpace /" +
+                           spaceName(imageColorMode) + " " + filterText;
+  if (dictionary.size() > dictionaryLimit) {
+    dictionary.resize(dictionaryLimit);
   }
-  pdfConverter->write(record->name, " Do\n");
+  const std::string name = pdfConverter->pdfObjects->nameImage(
+      "/PSI", {TQP_IMAGE, std::move(dictionary), std::move(imageData), filterText.empty() ? 1 : 0,
+               nullptr});
+  pdfConverter->write(name, " Do\n");
 }
 
 void Imager::emitInline() {

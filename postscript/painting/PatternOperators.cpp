@@ -67,50 +67,53 @@ void MakepatternOperator::openCapture(Interpreter& ps) {
   if (array->items().size() != 6) {
     throw Ex(sourceFile, 2961, "expecting array of 6 doubles");
   }
-  captureStart = converter->contentText.size();
+  captureStart = converter->contentText.beginPart();
   const Matrix steps{step(*pattern, "XStep"), 0, 0, step(*pattern, "YStep"), 0, 0};
   converter->write("q ");
   converter->writeMatrix(steps);
   const Matrix matrix = matrixFromArray(*array);
-  pendingPattern = converter->pdfObjects->addPdfObject(TQP_PATTERN, "/PA");
-  clearings = converter->pdfObjects->clearings();
-  converter->inPattern = true;
-  pendingPattern->setDictionary(dictionaryText(*pattern, matrix));
-  ps.executionStack.pushChecked(this);
   PostscriptObject* paintProc = pattern->body().get("PaintProc");
+  converter->inPattern = true;
+  enterRecord(*pattern, matrix, paintProc ? pattern.get() : nullptr);
+  ps.executionStack.pushChecked(this);
   if (!paintProc) {
     throw Ex(sourceFile, 3005, "expecting paintProc");
   }
   makeRunnable(paintProc);
-  pendingPattern->setSource(pattern.get());
+  converter->patternNames.add(pattern.get(), *pendingPattern);
   ps.operandStack.pushChecked(pattern.get());
   ps.operandStack.pushChecked(pattern.get());
   ps.executionStack.pushChecked(paintProc);
 }
 
-void MakepatternOperator::closeCapture() {
-  // The list may have been emptied in the meantime, by a job that ended elsewhere in the process.
-  const bool stands = clearings == converter->pdfObjects->clearings();
-  if (stands && pendingPattern->data) {
-    throw Ex(sourceFile, 2938, "dont supported nested patterns yet");
+// A pattern whose dictionary cannot be written has a number and opens the capture all the same; its
+// record has an empty dictionary.
+void MakepatternOperator::enterRecord(const DictionaryObject& pattern, const Matrix& matrix,
+                                      PostscriptObject* source) {
+  PdfObjectContents contents{TQP_PATTERN, {}, {}, 1, nullptr};
+  try {
+    contents.dictionary = dictionaryText(pattern, matrix);
+    contents.source = source;
+  } catch (const Ex&) {
+    pendingPattern = converter->pdfObjects->addPdfObject("/PA", std::move(contents));
+    throw;
   }
-  const std::string& content = converter->contentText;
+  pendingPattern = converter->pdfObjects->addPdfObject("/PA", std::move(contents));
+}
+
+void MakepatternOperator::closeCapture() {
   converter->write("Q\n");
   converter->inPattern = false;
   // A call may have begun since, and with it a new text.
-  const size_t start = std::min(std::exchange(captureStart, 0), content.size());
-  if (stands) {
-    pendingPattern->setData(content.substr(start));
-  }
-  converter->cutContent(start);
-  pendingPattern = nullptr;
+  const size_t start = std::min(std::exchange(captureStart, 0), converter->contentText.size());
+  converter->pdfObjects->complete(*pendingPattern, converter->contentText.takePart(start));
+  pendingPattern.reset();
 }
 
 void SetpatternOperator::execute(Interpreter& ps) {
   const auto pattern = popDictionaryObject(ps);
-  const StoredPdfObject* record = converter->pdfObjects->findSource(pattern.get());
-  if (record) {
-    converter->write("/Pattern cs\n", record->name, " scn\n");
+  if (const std::string* record = converter->patternNames.nameOf(pattern.get())) {
+    converter->write("/Pattern cs\n", *record, " scn\n");
   }
 }
 

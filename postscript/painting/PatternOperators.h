@@ -2,6 +2,8 @@
 // pattern's procedure, and cuts what was written off into a record.
 #pragma once
 
+#include <optional>
+
 #include "postscript/engine/OperatorRegistry.h"
 #include "postscript/painting/Postscript2Pdf.h"
 
@@ -19,11 +21,11 @@ class MakepatternOperator : public NameObject, public Postscript2PdfObject {
 
  private:
   void openCapture(Interpreter& ps);
+  void enterRecord(const DictionaryObject& pattern, const Matrix& matrix, PostscriptObject* source);
   void closeCapture();
 
   size_t captureStart = 0;
-  StoredPdfObject* pendingPattern = nullptr;  // null when no capture is open
-  uint64_t clearings = 0;                     // of the list, when the record was made
+  std::optional<PdfObjectList::Place> pendingPattern;  // none when no capture is open
 };
 
 // dict setpattern -

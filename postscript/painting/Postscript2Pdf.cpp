@@ -3,7 +3,7 @@
 #include <cstring>
 #include <exception>
 #include <limits>
-#include <utility>
+#include <new>
 
 #include "postscript/engine/Interpreter.h"
 #include "postscript/values/Ex.h"
@@ -36,12 +36,17 @@ void Postscript2Pdf::startPage(const float* matrix) {
 }
 
 const char* Postscript2Pdf::convert(const char* bytes, int32_t* length) noexcept {
-  cutContent(0);
+  contentText.clear();
   if (!convertOn({bytes, *length < 0 ? std::strlen(bytes) : static_cast<size_t>(*length)})) {
     return nullptr;
   }
-  *length = static_cast<int32_t>(contentText.size());
-  return contentText.c_str();
+  try {
+    const std::string_view text = contentText.text();
+    *length = static_cast<int32_t>(text.size());
+    return text.data();
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
 }
 
 bool Postscript2Pdf::convertOn(std::string_view piece) noexcept {
@@ -84,24 +89,22 @@ void Postscript2Pdf::run(std::string_view piece) {
 }
 
 void Postscript2Pdf::pushDefaultGraphicsState() {
-  graphicsStates.push_back(std::make_unique<GraphicsState>());
+  graphicsStates.emplace_back();
   topState().matrix = pageMatrix;
 }
 
 void Postscript2Pdf::pushGraphicsState() {
-  graphicsStates.push_back(std::make_unique<GraphicsState>(topState()));
+  graphicsStates.push_back(topState());
 }
 
 void Postscript2Pdf::popGraphicsState() {
   if (graphicsStates.empty()) {
     throw Ex(sourceFile, 352, "No graphics states to pop");
   }
-  // The fresh state comes before the last one goes, so that there is one when memory runs out.
-  if (graphicsStates.size() == 1) {
-    pushDefaultGraphicsState();
-    std::swap(graphicsStates.front(), graphicsStates.back());
-  }
   graphicsStates.pop_back();
+  if (graphicsStates.empty()) {
+    pushDefaultGraphicsState();  // without fail: there is room for it
+  }
 }
 
 void Postscript2Pdf::resetGraphicsStates() {
@@ -126,9 +129,9 @@ void Postscript2Pdf::writeCurve(double x1, double y1, double x2, double y2, doub
   write(x1, " ", y1, " ", x2, " ", y2, " ", x3, " ", y3, " c\n");
 }
 
-void Postscript2Pdf::cutContent(size_t length) {
-  contentText.resize(length);
-  clipWriter.textWasCut();
+void Postscript2Pdf::writeMatrix(const Matrix& matrix) {
+  constexpr std::string_view word = "cm";
+  contentText.endAt(formatMatrix(contentText.room(roomForMatrix(word)), matrix, word));
 }
 
 void Postscript2Pdf::flushMoveto() {

@@ -8,9 +8,12 @@
 #include <string_view>
 #include <vector>
 
+#include "postscript/painting/ArcPieces.h"
+#include "postscript/painting/ContentText.h"
 #include "postscript/painting/ContentWriter.h"
 #include "postscript/painting/GraphicsState.h"
-#include "postscript/painting/PdfObjectList.h"
+#include "postscript/painting/PatternNames.h"
+#include "postscript/painting/ProcessState.h"
 #include "postscript/values/NameObject.h"
 
 namespace postscript {
@@ -34,8 +37,11 @@ class Postscript2Pdf {
   bool convertOn(std::string_view piece) noexcept;
   // Gives the text away and begins a new one, in the room of a string that is not needed.
   std::string takeContent(std::string room);
+  PdfObject* const* getPdfObjects(uint64_t* count) {
+    return pdfObjects->handOut(handedOut_, count);
+  }
 
-  GraphicsState& topState() { return *graphicsStates.back(); }
+  GraphicsState& topState() { return graphicsStates.back(); }
   void pushDefaultGraphicsState();
   void pushGraphicsState();
   // There is always a state: popping the last leaves a fresh one.
@@ -45,38 +51,36 @@ class Postscript2Pdf {
   // Appends numbers and texts in the order given.
   template <class... Parts>
   void write(const Parts&... parts) {
-    (append(parts), ...);
+    writeParts(contentText, parts...);
   }
   // The current point, with the letter of its operator.
   void writePoint(char letter);
   void writeCurve(double x1, double y1, double x2, double y2, double x3, double y3);
-  void writeMatrix(const Matrix& matrix) { formatMatrix(contentText, matrix, "cm"); }
-  void writeClip(std::string_view text) { clipWriter.insert(contentText, text); }
-  // Keeps the beginning of the text only.
-  void cutContent(size_t length);
+  void writeMatrix(const Matrix& matrix);
+  // text: a literal.
+  void writeClip(std::string_view text) { contentText.insertClip(text); }
   // Writes a moveto that was only remembered.
   void flushMoveto();
 
   // An image of more bytes than this becomes an object.
   static constexpr uint64_t inlineImageLimit = 4000;
 
-  std::vector<std::unique_ptr<GraphicsState>> graphicsStates;  // never empty between calls
+  std::vector<GraphicsState> graphicsStates;  // never empty between calls
   Matrix pageMatrix;
   std::unique_ptr<Interpreter> interpreter;
   std::string errorText;
-  std::string contentText;
-  PdfObjectList* const pdfObjects = &PdfObjectList::instance();
+  ContentText contentText;
+  PdfObjectList* const pdfObjects = &processState().pdfObjects;
+  PatternNames patternNames{*pdfObjects};
   bool pendingMoveto = false;
   bool inPattern = false;
+  ArcPieces arcPieces;
 
  private:
-  void append(double number) { formatNumber(contentText, number); }
-  void append(std::string_view text) { contentText.append(text); }
-
   void run(std::string_view piece);
   void reportFailure(std::string_view words) const;
 
-  ClipWriter clipWriter;
+  HandedOutPdfObjects handedOut_;
 };
 
 // The base of every painting operator.

@@ -15,10 +15,9 @@ void GrestoreOperator::execute(Interpreter&) {
 }
 
 void SaveOperator::execute(Interpreter& ps) {
-  // Of the process, for all interpreters; it serves the name only.
-  static uint32_t saveCounter = 0;
   ps.saveLevel = wrappingAdd(ps.saveLevel, 1);
-  push<VirtualMemoryObject>(ps, "Save " + std::to_string(static_cast<int32_t>(saveCounter++)));
+  const uint32_t number = processState().saveCounter++;
+  push<VirtualMemoryObject>(ps, "Save " + std::to_string(static_cast<int32_t>(number)));
   converter->write("q\n");
 }
 

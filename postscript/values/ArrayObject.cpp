@@ -34,6 +34,10 @@ void appendSyntaxText(const ArrayObject& array, int depth, std::string& text) {
 
 ArrayData::~ArrayData() = default;
 
+bool ArrayData::mayGo() const {
+  return items.allObjects([](const PostscriptObject& element) { return mayGiveUp(element); });
+}
+
 ArrayObject::ArrayObject(VirtualMemoryObject& space, char kind)
     : CompositeObject(space, std::make_unique<ArrayData>(kind)) {
   executable = false;

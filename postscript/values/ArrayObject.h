@@ -20,6 +20,9 @@ class ArrayData : public CompositeData {
         items(arrayKind == procedure ? "Array { Stack" : "Array [ Stack") {}
   ~ArrayData() override;
 
+  bool mayGo() const override;
+  void clearContents() override { items.clear(); }
+
   const char kind;
   ObjectStack items;  // element 0 at the bottom
 };

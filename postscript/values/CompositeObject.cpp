@@ -1,5 +1,8 @@
 #include "postscript/values/CompositeObject.h"
 
+#include <typeinfo>
+
+#include "postscript/values/NameObject.h"
 #include "postscript/values/VirtualMemory.h"
 
 namespace postscript {
@@ -9,8 +12,11 @@ CompositeData::~CompositeData() = default;
 CompositeObject::CompositeObject(VirtualMemoryObject& space, std::unique_ptr<CompositeData> body)
     : PostscriptObject(body->type),
       memory(&space),
-      dataIndex(space.nextIndex()),
-      data(space.add(std::move(body))) {}
+      dataIndex(space.takeIndex()),
+      data(body.release()) {
+  ++data->handles_;
+  space.enter(*data);
+}
 
 CompositeObject::CompositeObject(const CompositeObject& source, bool sourceIsExecutable)
     : PostscriptObject(source.type),
@@ -18,8 +24,33 @@ CompositeObject::CompositeObject(const CompositeObject& source, bool sourceIsExe
       dataIndex(source.dataIndex),
       data(source.data) {
   executable = sourceIsExecutable;
+  ++data->handles_;
 }
 
-CompositeObject::~CompositeObject() = default;
+CompositeObject::~CompositeObject() {
+  if (--data->handles_ > 0) {
+    return;
+  }
+  if (data->space_) {
+    data->space_->lastHandleGone(*data);
+  } else {
+    delete data;
+  }
+}
+
+bool endIsSilent(const PostscriptObject& object) {
+  return object.type != TypeTag::name || typeid(object) == typeid(NameObject);
+}
+
+bool mayGiveUp(const PostscriptObject& element) {
+  switch (element.type) {
+    case TypeTag::string:
+      return element.refCount == 1 && element.holders == 0;
+    case TypeTag::name:
+      return element.refCount > 1 || endIsSilent(element);
+    default:
+      return true;
+  }
+}
 
 }  // namespace postscript

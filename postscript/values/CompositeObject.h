@@ -1,6 +1,10 @@
-// CompositeObject: a handle on a body that several handles may share. Handles are counted; a body
-// belongs to the memory space in which it was made and lives as long as that space. Deleting a
-// handle therefore never touches the body, and a handle may outlive its interpreter.
+// CompositeObject: a handle on a body that several handles may share. Handles are counted by those
+// who store them, as all objects are; a body belongs to the memory space in which it was made.
+//
+// A body ends with its space at the latest. It ends with its last handle if nothing can tell: a
+// string's always, any other one when giving up its elements changes no count and runs no
+// destructor that a program could notice (see mayGiveUp). A handle may outlive its interpreter:
+// the body is an empty shell then, and goes with it.
 #pragma once
 
 #include <memory>
@@ -11,14 +15,29 @@ namespace postscript {
 
 class VirtualMemoryObject;
 
-class CompositeData {
+class CompositeData : public objectPool::Pooled {
  public:
-  explicit CompositeData(TypeTag tag) : type(tag) {}
+  explicit CompositeData(TypeTag theType) : type(theType) {}
   CompositeData(const CompositeData&) = delete;
   CompositeData& operator=(const CompositeData&) = delete;
   virtual ~CompositeData();
 
+  // Whether the body may end before its space does.
+  virtual bool mayGo() const = 0;
+  // Gives up everything that the body holds.
+  virtual void clearContents() = 0;
+
   const TypeTag type;
+
+ private:
+  friend class CompositeObject;
+  friend class VirtualMemoryObject;
+
+  int32_t handles_ = 0;
+  // The space that lists the body, null for none, and its neighbours there.
+  VirtualMemoryObject* space_ = nullptr;
+  CompositeData* previous_ = nullptr;
+  CompositeData* next_ = nullptr;
 };
 
 class CompositeObject : public PostscriptObject {
@@ -35,5 +54,13 @@ class CompositeObject : public PostscriptObject {
   // A further handle on the body of another.
   CompositeObject(const CompositeObject& source, bool sourceIsExecutable);
 };
+
+// Whether the end of an object does nothing that a program could notice, as that of a loop's
+// continuation does.
+bool endIsSilent(const PostscriptObject& object);
+// Whether a body that ends early may give up this element. The count of a string shows in what the
+// read operators do, so another holder's string keeps the body's count; and the end of a loop's
+// continuation makes its procedure literal.
+bool mayGiveUp(const PostscriptObject& element);
 
 }  // namespace postscript

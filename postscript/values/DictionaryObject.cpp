@@ -1,3 +1,6 @@
+// A dictionary is a hash table of pointers to its entries, with linear probing and no tombstones:
+// removing an entry moves later ones of its run into the gap. The order of texts is made when
+// somebody first walks over the entries, and is kept up from then on.
 #include "postscript/values/DictionaryObject.h"
 
 #include <utility>
@@ -8,61 +11,173 @@
 
 namespace postscript {
 
+namespace {
+constexpr size_t initialSlots = 8;
+}
+
 KeyText::KeyText(const PostscriptObject& key) {
   if (const auto* name = as<NameObject>(&key)) {
-    view = name->name;
+    view_ = name->name;
   } else if (const auto* string = as<StringObject>(&key)) {
-    view = string->textToNul();
+    view_ = string->textToNul();
   } else {
-    own = key.describe();
-    view = own;
+    own_ = key.describe();
+    view_ = own_;
   }
+}
+
+Symbol& keySymbol(SymbolTable& symbols, const PostscriptObject& key) {
+  const auto* name = as<NameObject>(&key);
+  if (name && name->symbol().table() == &symbols) {
+    return name->symbol();
+  }
+  return symbols.symbolOf(KeyText(key));
 }
 
 DictionaryData::~DictionaryData() {
-  for (auto& [key, value] : map) {
-    giveUp(value);
+  clear();
+}
+
+DictionaryEntry* DictionaryData::probe(const Symbol& key) const {
+  const size_t mask = slots_.size() - 1;
+  for (size_t slot = homeOf(key);; slot = (slot + 1) & mask) {
+    DictionaryEntry* entry = slots_[slot];
+    if (!entry || &entry->symbol == &key) {
+      return entry;
+    }
   }
 }
 
-void DictionaryData::put(std::string_view key, PostscriptObject* value) {
-  const auto entry = map.find(key);
-  if (entry == map.end()) {
-    map.emplace(key, value);
-    ++changeCount;
+void DictionaryData::put(Symbol& key, PostscriptObject* value) {
+  if (DictionaryEntry* entry = find(key)) {
     ++value->refCount;
-  } else {
-    ++value->refCount;
-    giveUp(std::exchange(entry->second, value));
+    giveUp(std::exchange(entry->value, value));
+    return;
   }
+  if ((count_ + 1) * 2 > slots_.size()) {
+    grow();
+  }
+  auto entry = std::make_unique<DictionaryEntry>(key, value);
+  if (ordered_) {
+    ordered_->insert(entry.get());
+  }
+  insert(entry.release());
+  ++count_;
+  ++value->refCount;
+  key.foundAt = 0;
+}
+
+void DictionaryData::insert(DictionaryEntry* entry) {
+  const size_t mask = slots_.size() - 1;
+  size_t slot = homeOf(entry->symbol);
+  while (slots_[slot]) {
+    slot = (slot + 1) & mask;
+  }
+  slots_[slot] = entry;
+}
+
+void DictionaryData::grow() {
+  std::vector<DictionaryEntry*> old(slots_.empty() ? initialSlots : slots_.size() * 2);
+  old.swap(slots_);
+  for (DictionaryEntry* entry : old) {
+    if (entry) {
+      insert(entry);
+    }
+  }
+}
+
+PostscriptObject* DictionaryData::get(const Symbol& key) const {
+  const DictionaryEntry* entry = find(key);
+  return entry ? entry->value : nullptr;
 }
 
 PostscriptObject* DictionaryData::get(std::string_view key) const {
-  const auto entry = map.find(key);
-  return entry == map.end() ? nullptr : entry->second;
+  const Symbol* symbol = symbols_.find(key);
+  return symbol ? get(*symbol) : nullptr;
 }
 
-void DictionaryData::remove(std::string_view key) {
-  const auto entry = map.find(key);
-  if (entry == map.end()) {
+void DictionaryData::remove(Symbol& key) {
+  DictionaryEntry* entry = find(key);
+  if (!entry) {
     return;
   }
-  PostscriptObject* value = entry->second;
-  map.erase(entry);
-  ++changeCount;
+  const size_t mask = slots_.size() - 1;
+  size_t slot = homeOf(key);
+  while (slots_[slot] != entry) {
+    slot = (slot + 1) & mask;
+  }
+  if (ordered_) {
+    ordered_->remove(entry);
+  }
+  unlink(slot);
+  --count_;
+  PostscriptObject* value = entry->value;
+  delete entry;
   giveUp(value);
 }
 
+// Every entry after the gap that would be found from a place at or before it moves into it.
+void DictionaryData::unlink(size_t slot) {
+  const size_t mask = slots_.size() - 1;
+  size_t gap = slot;
+  for (size_t next = (gap + 1) & mask; slots_[next]; next = (next + 1) & mask) {
+    const size_t home = homeOf(slots_[next]->symbol);
+    if (((next - home) & mask) >= ((next - gap) & mask)) {
+      slots_[gap] = slots_[next];
+      gap = next;
+    }
+  }
+  slots_[gap] = nullptr;
+}
+
 void DictionaryData::clear() {
-  const Entries old = std::exchange(map, {});
-  ++changeCount;
-  for (const auto& [key, value] : old) {
-    giveUp(value);
+  // A value's end may look at this dictionary, so it is empty before the first goes.
+  const std::vector<DictionaryEntry*> old = std::exchange(slots_, {});
+  count_ = 0;
+  ordered_.reset();
+  for (DictionaryEntry* entry : old) {
+    if (entry) {
+      PostscriptObject* value = entry->value;
+      delete entry;
+      giveUp(value);
+    }
   }
 }
 
+const DictionaryEntry& DictionaryData::entryAt(int32_t index) const {
+  if (!ordered_) {
+    std::vector<DictionaryEntry*> all;
+    all.reserve(count_);
+    for (DictionaryEntry* entry : slots_) {
+      if (entry) {
+        all.push_back(entry);
+      }
+    }
+    ordered_ = std::make_unique<OrderedEntries>(std::move(all));
+  }
+  return *ordered_->at(static_cast<size_t>(index));
+}
+
+std::vector<const DictionaryEntry*> DictionaryData::entries() const {
+  std::vector<const DictionaryEntry*> all;
+  all.reserve(count_);
+  for (int32_t i = 0; i < size(); ++i) {
+    all.push_back(&entryAt(i));
+  }
+  return all;
+}
+
+bool DictionaryData::mayGo() const {
+  for (const DictionaryEntry* entry : slots_) {
+    if (entry && !mayGiveUp(*entry->value)) {
+      return false;
+    }
+  }
+  return true;
+}
+
 DictionaryObject::DictionaryObject(VirtualMemoryObject& space, std::string name)
-    : CompositeObject(space, std::make_unique<DictionaryData>(std::move(name))) {}
+    : CompositeObject(space, std::make_unique<DictionaryData>(space.symbols(), std::move(name))) {}
 
 std::string DictionaryObject::describe() const {
   std::string text = typeName(type);

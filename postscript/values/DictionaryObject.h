@@ -1,12 +1,15 @@
-// DictionaryObject: dictionaries, ordered maps from texts to values. They grow as entries arrive.
+// DictionaryObject: dictionaries, maps from texts to values. They grow as entries arrive. Entries
+// are found by their symbol; those who walk over a dictionary see them in the order of their texts.
 #pragma once
 
-#include <functional>
-#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "postscript/values/CompositeObject.h"
+#include "postscript/values/OrderedEntries.h"
+#include "postscript/values/Symbol.h"
 
 namespace postscript {
 
@@ -17,39 +20,75 @@ class KeyText {
   explicit KeyText(const PostscriptObject& key);
   KeyText(const KeyText&) = delete;
   KeyText& operator=(const KeyText&) = delete;
-  operator std::string_view() const { return view; }
+  operator std::string_view() const { return view_; }
 
  private:
-  std::string own;
-  std::string_view view;
+  std::string own_;
+  std::string_view view_;
+};
+
+// The symbol of the same text.
+Symbol& keySymbol(SymbolTable& symbols, const PostscriptObject& key);
+
+// One key with its value. An entry keeps its address for as long as its key stays.
+class DictionaryEntry : public objectPool::Pooled {
+ public:
+  DictionaryEntry(Symbol& theSymbol, PostscriptObject* theValue)
+      : symbol(theSymbol), value(theValue) {
+    symbol.take();
+  }
+  DictionaryEntry(const DictionaryEntry&) = delete;
+  DictionaryEntry& operator=(const DictionaryEntry&) = delete;
+  ~DictionaryEntry() {
+    if (symbol.found == this) {
+      symbol.foundAt = 0;
+    }
+    symbol.giveBack();
+  }
+
+  Symbol& symbol;
+  PostscriptObject* value;  // counted by the dictionary
 };
 
 class DictionaryData : public CompositeData {
  public:
-  // Keys compare as unsigned bytes.
-  using Entries = std::map<std::string, PostscriptObject*, std::less<>>;
-
-  explicit DictionaryData(std::string dictionaryName = {})
-      : CompositeData(TypeTag::dictionary), name(std::move(dictionaryName)) {}
+  explicit DictionaryData(SymbolTable& symbols, std::string theName = {})
+      : CompositeData(TypeTag::dictionary), name(std::move(theName)), symbols_(symbols) {}
   ~DictionaryData() override;
 
-  // Replaces what stands under the key.
-  void put(std::string_view key, PostscriptObject* value);
+  // Replaces an existing value of the key.
+  void put(Symbol& key, PostscriptObject* value);
+  void put(std::string_view key, PostscriptObject* value) { put(symbols_.symbolOf(key), value); }
   // Null when there is no such key.
+  PostscriptObject* get(const Symbol& key) const;
   PostscriptObject* get(std::string_view key) const;
-  void remove(std::string_view key);
+  DictionaryEntry* find(const Symbol& key) const { return slots_.empty() ? nullptr : probe(key); }
+  void remove(Symbol& key);
+  void remove(std::string_view key) { remove(symbols_.symbolOf(key)); }
   void clear();
 
-  const Entries& entries() const { return map; }
-  int32_t size() const { return static_cast<int32_t>(map.size()); }
-  // Counts the changes after which an iterator may be stale or stand at another place.
-  uint64_t changes() const { return changeCount; }
+  int32_t size() const { return static_cast<int32_t>(count_); }
+  // By the order of the texts. index: below the size.
+  const DictionaryEntry& entryAt(int32_t index) const;
+  // All entries in that order.
+  std::vector<const DictionaryEntry*> entries() const;
+
+  bool mayGo() const override;
+  void clearContents() override { clear(); }
 
   const std::string name;  // empty for a program's own dictionary
 
  private:
-  Entries map;
-  uint64_t changeCount = 0;
+  size_t homeOf(const Symbol& key) const { return key.hash_ & (slots_.size() - 1); }
+  DictionaryEntry* probe(const Symbol& key) const;
+  void insert(DictionaryEntry* entry);
+  void grow();
+  void unlink(size_t slot);
+
+  SymbolTable& symbols_;
+  std::vector<DictionaryEntry*> slots_;  // open addressing; a power of two, at most half full
+  size_t count_ = 0;
+  mutable std::unique_ptr<OrderedEntries> ordered_;  // since somebody walked over the dictionary
 };
 
 class DictionaryObject : public CompositeObject {

@@ -2,7 +2,13 @@
 
 namespace postscript {
 
-NameObject::~NameObject() = default;
+NameObject::NameObject(Symbol& symbol) : PostscriptObject(tag), name(symbol.text), symbol_(symbol) {
+  symbol_.take();
+}
+
+NameObject::~NameObject() {
+  symbol_.giveBack();
+}
 
 std::string NameObject::describe() const {
   return std::string(typeName(type)) + " " + name;

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "postscript/values/PostscriptObject.h"
+#include "postscript/values/Symbol.h"
 
 namespace postscript {
 
@@ -13,8 +14,8 @@ class NameObject : public PostscriptObject {
  public:
   static constexpr TypeTag tag = TypeTag::name;
 
-  explicit NameObject(std::string_view theName) : PostscriptObject(tag), name(theName) {}
-  explicit NameObject(char character) : PostscriptObject(tag), name(1, character) {}
+  explicit NameObject(std::string_view theName) : NameObject(*new Symbol(theName)) {}
+  explicit NameObject(Symbol& symbol);
   ~NameObject() override;
 
   // Places what the name stands for on the execution stack.
@@ -23,9 +24,14 @@ class NameObject : public PostscriptObject {
   std::string syntaxText() const override { return name; }
   std::string valueText() const override { return name; }
   // A plain, executable name, also of a literal name and of an operator.
-  PostscriptObject* clone() const override { return new NameObject(name); }
+  PostscriptObject* clone() const override { return new NameObject(symbol_); }
 
-  std::string name;
+  Symbol& symbol() const { return symbol_; }
+
+  const std::string& name;
+
+ private:
+  Symbol& symbol_;
 };
 
 // The class of an operator without state: Class, and its name as programs write it. The line that

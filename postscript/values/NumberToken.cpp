@@ -111,43 +111,41 @@ bool hasNonzeroDigit(std::string_view token) {
 // The largest powers of ten that matter here are exact doubles, as are all integers of 15 digits.
 constexpr double powersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                   1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-constexpr ptrdiff_t mostDigits = 15;
+constexpr size_t mostDigits = 15;
 
 // The form that nearly all numbers have: a sign, digits, a point, with at most 15 digits in all.
 // The digits are read as an integer and divided by a power of ten: both are exact, so the one
 // rounding of the division gives the nearest double, as the long way does. `none` for any other
 // text, which may be a number all the same.
 NumberToken readPlainDecimal(std::string_view token) {
-  const char* at = token.data();
-  const char* const end = at + token.size();
-  const bool negative = at != end && *at == '-';
-  if (at != end && (*at == '-' || *at == '+')) {
-    ++at;
+  const bool negative = token.starts_with('-');
+  if (negative || token.starts_with('+')) {
+    token.remove_prefix(1);
   }
-  const char* const digits = at;
-  const char* point = nullptr;
+  if (token.size() > mostDigits + 1) {
+    return {};
+  }
+  const char* const end = token.data() + token.size();
+  const char* point = end;
   int64_t value = 0;
-  for (; at != end; ++at) {
+  for (const char* at = token.data(); at != end; ++at) {
     if (isDigit(*at)) {
       value = value * 10 + (*at - '0');
-    } else if (*at == '.' && !point) {
+    } else if (*at == '.' && point == end) {
       point = at;
     } else {
       return {};
     }
-    if (at - digits > mostDigits) {
-      return {};
-    }
   }
-  const ptrdiff_t count = end - digits - (point ? 1 : 0);
-  if (count < 1 || count > mostDigits) {
+  const size_t digits = token.size() - (point != end);
+  if (digits < 1 || digits > mostDigits) {
     return {};
   }
-  if (point) {
-    const double real = static_cast<double>(value) / powersOfTen[end - point - 1];
-    return NumberToken::ofReal(negative ? -real : real);
+  if (point == end) {
+    return NumberToken::ofInteger(saturated(negative ? -value : value));
   }
-  return NumberToken::ofInteger(saturated(negative ? -value : value));
+  const double real = static_cast<double>(value) / powersOfTen[end - point - 1];
+  return NumberToken::ofReal(negative ? -real : real);
 }
 
 // Whether a number can begin so; the long way begins with a look at most of a name's bytes.

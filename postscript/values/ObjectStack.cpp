@@ -3,28 +3,56 @@
 #include <algorithm>
 
 #include "postscript/values/Ex.h"
+#include "postscript/values/IntegerObject.h"
+#include "postscript/values/RealObject.h"
+#include "postscript/values/SimpleObjects.h"
 
 namespace postscript {
 
 namespace {
+
 constexpr const char* sourceFile = "postscript/lib/ObjectStack";
+
+// A new object of a plain value.
+PostscriptObject* objectOf(const StackItem& item) {
+  switch (item.kind) {
+    case StackItem::Kind::integer:
+      return new IntegerObject(item.integer);
+    case StackItem::Kind::real:
+      return new RealObject(item.real);
+    case StackItem::Kind::boolean:
+      return new BooleanObject(item.boolean);
+    case StackItem::Kind::object:
+      break;
+  }
+  return item.object;
 }
 
-void ObjectStack::pushChecked(PostscriptObject* object) {
-  if (!object) {
-    throw Ex(sourceFile, 40, "cannot push null item onto stack");
-  }
-  makeRoom();
-  append(object);
+}  // namespace
+
+void ObjectStack::failOnNull() {
+  throw Ex(sourceFile, 40, "cannot push null item onto stack");
 }
 
 PostscriptObject* ObjectStack::pop() {
-  if (items.empty()) {
+  if (items_.empty()) {
     throw Ex(sourceFile, 48, "pop - expected item on stack");
   }
-  PostscriptObject* object = items.back();
-  items.pop_back();
-  --object->refCount;
+  const StackItem& item = items_.back();
+  PostscriptObject* object = item.object;
+  if (item.kind == StackItem::Kind::object) {
+    --object->refCount;
+  } else {
+    object = objectOf(item);
+  }
+  items_.pop_back();
+  return object;
+}
+
+PostscriptObject* ObjectStack::makeObject(size_t index) const {
+  PostscriptObject* object = objectOf(items_[index]);
+  ++object->refCount;
+  items_[index] = StackItem::ofObject(object);
   return object;
 }
 
@@ -36,25 +64,84 @@ void ObjectStack::setAt(int64_t index, PostscriptObject* object) {
     return pushChecked(object);
   }
   ++object->refCount;
-  giveUp(std::exchange(items[static_cast<size_t>(index)], object));
+  const StackItem old =
+      std::exchange(items_[static_cast<size_t>(index)], StackItem::ofObject(object));
+  if (old.kind == StackItem::Kind::object) {
+    giveUp(old.object);
+  }
 }
 
 void ObjectStack::moveTop(int32_t count, ObjectStack& other) {
-  const auto first = items.end() - count;
-  other.items.insert(other.items.end(), first, items.end());
-  items.erase(first, items.end());
+  const auto first = items_.end() - count;
+  other.items_.insert(other.items_.end(), first, items_.end());
+  items_.erase(first, items_.end());
 }
 
 void ObjectStack::rotateTop(int32_t count, int32_t first) {
-  const auto bottom = items.end() - count;
-  std::rotate(bottom, bottom + first, items.end());
+  const auto bottom = items_.end() - count;
+  std::rotate(bottom, bottom + first, items_.end());
 }
 
 void ObjectStack::clear() {
   // An item's end may look at this stack, so it is empty before the first goes.
-  const std::vector<PostscriptObject*> old = std::exchange(items, {});
-  for (PostscriptObject* object : old) {
-    giveUp(object);
+  const std::vector<StackItem> old = std::exchange(items_, {});
+  for (const StackItem& item : old) {
+    if (item.kind == StackItem::Kind::object) {
+      giveUp(item.object);
+    }
+  }
+}
+
+bool ObjectStack::numberFromTop(int32_t depth, NumberOperand& number) const {
+  const StackItem& item = itemFromTop(depth);
+  if (item.kind == StackItem::Kind::real) {
+    number = {true, 0, item.real};
+  } else if (item.kind == StackItem::Kind::integer) {
+    number = {false, item.integer, static_cast<double>(item.integer)};
+  } else if (item.kind == StackItem::Kind::boolean) {
+    return false;
+  } else if (const auto* integer = as<IntegerObject>(item.object)) {
+    number = {false, integer->value, static_cast<double>(integer->value)};
+  } else if (const auto* real = as<RealObject>(item.object)) {
+    number = {true, 0, real->value};
+  } else {
+    return false;
+  }
+  return true;
+}
+
+TypeTag ObjectStack::typeFromTop(int32_t depth) const {
+  const StackItem& item = itemFromTop(depth);
+  switch (item.kind) {
+    case StackItem::Kind::integer:
+      return TypeTag::integer;
+    case StackItem::Kind::real:
+      return TypeTag::real;
+    case StackItem::Kind::boolean:
+      return TypeTag::boolean;
+    case StackItem::Kind::object:
+      break;
+  }
+  return item.object->type;
+}
+
+void ObjectStack::pushCloneFromTop(int32_t depth) {
+  const StackItem item = itemFromTop(depth);
+  if (item.kind != StackItem::Kind::object) {
+    items_.push_back(item);
+    return;
+  }
+  makeRoom();
+  pushChecked(item.object->clone());
+}
+
+void ObjectStack::drop(int32_t count) {
+  for (; count > 0; --count) {
+    const StackItem item = items_.back();
+    items_.pop_back();
+    if (item.kind == StackItem::Kind::object) {
+      giveUp(item.object);
+    }
   }
 }
 

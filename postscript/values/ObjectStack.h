@@ -1,5 +1,10 @@
 // ObjectStack: a growable stack of counted objects. It serves the engine's three stacks, the
 // dictionary stack and, as their elements, arrays (element 0 at the bottom). It never holds null.
+//
+// A number or boolean that was just computed or read is kept as a plain value until somebody asks
+// for the object: then it becomes one, in its place. As nobody else can hold such an object before,
+// and its clone is no different from it, nothing tells the two apart; a number that is only
+// computed with never becomes an object at all.
 #pragma once
 
 #include <cstddef>
@@ -11,35 +16,93 @@
 
 namespace postscript {
 
+// One place of a stack.
+struct StackItem {
+  enum class Kind : uint32_t { object, integer, real, boolean };
+
+  static StackItem ofObject(PostscriptObject* theObject) {
+    StackItem item;
+    item.object = theObject;
+    return item;
+  }
+  static StackItem ofInteger(int32_t value) {
+    StackItem item;
+    item.kind = Kind::integer;
+    item.integer = value;
+    return item;
+  }
+  static StackItem ofReal(double value) {
+    StackItem item;
+    item.kind = Kind::real;
+    item.real = value;
+    return item;
+  }
+  static StackItem ofBoolean(bool value) {
+    StackItem item;
+    item.kind = Kind::boolean;
+    item.boolean = value;
+    return item;
+  }
+
+  Kind kind = Kind::object;
+  union {
+    PostscriptObject* object;
+    int32_t integer;
+    double real;
+    bool boolean;
+  };
+
+ private:
+  StackItem() : object(nullptr) {}
+};
+
+// A number on a stack, in either form.
+struct NumberOperand {
+  bool isReal = false;
+  int32_t integer = 0;
+  double real = 0;  // the value, of an integer too
+};
+
 class ObjectStack {
  public:
   // name: a literal, for people only.
-  explicit ObjectStack(const char* stackName) : name(stackName) {}
+  explicit ObjectStack(const char* theName) : name(theName) {}
   ObjectStack(const ObjectStack&) = delete;
   ObjectStack& operator=(const ObjectStack&) = delete;
   ~ObjectStack() { clear(); }
 
   // Appends and adds one count. Fails on a null pointer.
-  void pushChecked(PostscriptObject* object);
+  void pushChecked(PostscriptObject* object) {
+    if (!object) {
+      failOnNull();
+    }
+    items_.push_back(StackItem::ofObject(object));
+    ++object->refCount;
+  }
   // Makes an object and pushes it; nothing is lost when memory runs out on the way.
   template <class T, class... Arguments>
   T* pushNew(Arguments&&... arguments) {
     makeRoom();
     T* object = new T(std::forward<Arguments>(arguments)...);
-    append(object);
+    pushChecked(object);
     return object;
   }
+  // New numbers and booleans.
+  void pushInteger(int32_t value) { items_.push_back(StackItem::ofInteger(value)); }
+  void pushReal(double value) { items_.push_back(StackItem::ofReal(value)); }
+  void pushBoolean(bool value) { items_.push_back(StackItem::ofBoolean(value)); }
+
   // Removes the top and takes one count off. Does not delete: whoever pops decides.
   PostscriptObject* pop();
 
-  int32_t size() const { return static_cast<int32_t>(items.size()); }
-  bool empty() const { return items.empty(); }
+  int32_t size() const { return static_cast<int32_t>(items_.size()); }
+  bool empty() const { return items_.empty(); }
   // From the bottom; null outside the stack.
   PostscriptObject* at(int64_t index) const {
-    return index >= 0 && index < size() ? items[static_cast<size_t>(index)] : nullptr;
+    return index >= 0 && index < size() ? objectAt(static_cast<size_t>(index)) : nullptr;
   }
   // Null when empty.
-  PostscriptObject* top() const { return items.empty() ? nullptr : items.back(); }
+  PostscriptObject* top() const { return items_.empty() ? nullptr : objectAt(items_.size() - 1); }
   // Replaces; at the index that equals the size, appends. Fails outside.
   void setAt(int64_t index, PostscriptObject* object);
   // Moves the topmost `count` objects to the end of another stack in their order.
@@ -49,20 +112,47 @@ class ObjectStack {
   // Gives up every item, from the bottom on.
   void clear();
 
+  // Work on items in their place, without making objects of plain values.
+  // depth: 0 for the top; must be below the size.
+  const StackItem& itemFromTop(int32_t depth) const {
+    return items_[items_.size() - 1 - static_cast<size_t>(depth)];
+  }
+  // Whether the item is a number; then `number` has its value.
+  bool numberFromTop(int32_t depth, NumberOperand& number) const;
+  TypeTag typeFromTop(int32_t depth) const;
+  // Pushes a clone of the item: the same as cloning its object.
+  void pushCloneFromTop(int32_t depth);
+  void swapTopTwo() { std::swap(items_[items_.size() - 1], items_[items_.size() - 2]); }
+  // Whether the test holds for every item that is an object, plain values aside.
+  template <class Test>
+  bool allObjects(Test test) const {
+    for (const StackItem& item : items_) {
+      if (item.kind == StackItem::Kind::object && !test(*item.object)) {
+        return false;
+      }
+    }
+    return true;
+  }
+  // Gives up the topmost items; there must be so many.
+  void drop(int32_t count = 1);
+
   const char* const name;
 
  private:
+  PostscriptObject* objectAt(size_t index) const {
+    const StackItem& item = items_[index];
+    return item.kind == StackItem::Kind::object ? item.object : makeObject(index);
+  }
+  // The object of a plain value, which takes its place.
+  PostscriptObject* makeObject(size_t index) const;
+  [[noreturn]] static void failOnNull();
   void makeRoom() {
-    if (items.size() == items.capacity()) {
-      items.reserve(items.size() * 2 + 8);
+    if (items_.size() == items_.capacity()) {
+      items_.reserve(items_.size() * 2 + 8);
     }
   }
-  void append(PostscriptObject* object) {
-    items.push_back(object);
-    ++object->refCount;
-  }
 
-  std::vector<PostscriptObject*> items;
+  mutable std::vector<StackItem> items_;
 };
 
 }  // namespace postscript

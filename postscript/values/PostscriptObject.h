@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <string>
 
+#include "postscript/values/ObjectPool.h"
+
 namespace postscript {
 
 class Interpreter;
@@ -35,7 +37,7 @@ enum class TypeTag : uint32_t {
 // "ps_integer" and so on; "unknown" for a number that is no tag.
 const char* typeName(TypeTag tag);
 
-class PostscriptObject {
+class PostscriptObject : public objectPool::Pooled {
  public:
   explicit PostscriptObject(TypeTag theType) : type(theType) {}
   PostscriptObject(const PostscriptObject&) = delete;

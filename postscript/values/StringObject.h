@@ -15,6 +15,9 @@ class StringData : public CompositeData {
   explicit StringData(std::string bytes) : CompositeData(TypeTag::string), text(std::move(bytes)) {}
   ~StringData() override;
 
+  bool mayGo() const override { return true; }
+  void clearContents() override { text.clear(); }
+
   std::string text;  // may hold NUL bytes
   std::vector<std::string> filters;
 };
@@ -43,6 +46,12 @@ class StringObject : public CompositeObject {
  private:
   StringObject(const StringObject& source) : CompositeObject(source, source.executable) {}
 };
+
+// A byte of a string as programs see it: bytes from 128 on are negative, because texts have always
+// been made of signed characters here.
+inline int32_t signedByte(char byte) {
+  return static_cast<signed char>(byte);
+}
 
 // Fails for a size that no string may have.
 void checkStringSize(size_t bytes);

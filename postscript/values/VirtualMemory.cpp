@@ -1,10 +1,22 @@
+// The end of one body can be that of the last handle on another, and so on down a nest of any
+// depth. Such bodies are put on a list and ended one after another, never one inside the other.
 #include "postscript/values/VirtualMemory.h"
+
+#include <memory>
 
 namespace postscript {
 
 VirtualMemoryObject::~VirtualMemoryObject() {
-  for (auto& body : bodies) {
-    body.reset();
+  ending_ = true;
+  while (CompositeData* body = first_) {
+    unlink(*body);
+    // A handle may be left beyond the interpreter's end, and then the empty body goes with it.
+    body->clearContents();
+    if (body->handles_ == 0) {
+      delete body;
+    } else {
+      body->space_ = nullptr;
+    }
   }
 }
 
@@ -12,14 +24,47 @@ std::string VirtualMemoryObject::describe() const {
   return typeName(type) + (" " + name);
 }
 
-CompositeData* VirtualMemoryObject::add(std::unique_ptr<CompositeData> body) {
-  bodies.push_back(std::move(body));
-  return bodies.back().get();
+void VirtualMemoryObject::enter(CompositeData& body) {
+  if (body.type == TypeTag::string) {
+    return;
+  }
+  body.space_ = this;
+  body.previous_ = last_;
+  (last_ ? last_->next_ : first_) = &body;
+  last_ = &body;
+}
+
+void VirtualMemoryObject::unlink(CompositeData& body) {
+  (body.previous_ ? body.previous_->next_ : first_) = body.next_;
+  (body.next_ ? body.next_->previous_ : last_) = body.previous_;
+  body.previous_ = body.next_ = nullptr;
+}
+
+void VirtualMemoryObject::lastHandleGone(CompositeData& body) {
+  if (ending_ || !body.mayGo()) {
+    return;
+  }
+  unlink(body);
+  body.next_ = unused_;
+  unused_ = &body;
+  if (!endingUnused_) {
+    endUnused();
+  }
+}
+
+void VirtualMemoryObject::endUnused() {
+  endingUnused_ = true;
+  while (CompositeData* body = unused_) {
+    unused_ = body->next_;
+    body->clearContents();
+    delete body;
+  }
+  endingUnused_ = false;
 }
 
 VirtualMemorySet::VirtualMemorySet() {
-  auto localSpace = std::make_unique<VirtualMemoryObject>("Local Memory");
-  global = new VirtualMemoryObject("Global Memory");
+  auto localSpace = std::make_unique<VirtualMemoryObject>("Local Memory", &symbols);
+  global = new VirtualMemoryObject("Global Memory", &symbols);
   current = local = localSpace.release();
   ++local->refCount;
   ++global->refCount;

@@ -1,13 +1,13 @@
 // VirtualMemory: the spaces that own the bodies of composite objects. There is no collector: a
-// body stays until its space goes. VirtualMemorySet has the two spaces of an interpreter.
+// body ends with its last handle where nothing can tell, else with its space (see CompositeObject).
+// VirtualMemorySet has the two spaces of an interpreter, and the symbols of its names.
 #pragma once
 
-#include <memory>
 #include <string>
-#include <vector>
 
 #include "postscript/values/CompositeObject.h"
 #include "postscript/values/PostscriptObject.h"
+#include "postscript/values/Symbol.h"
 
 namespace postscript {
 
@@ -16,22 +16,36 @@ class VirtualMemoryObject : public PostscriptObject {
  public:
   static constexpr TypeTag tag = TypeTag::save;
 
-  explicit VirtualMemoryObject(std::string spaceName)
-      : PostscriptObject(tag), name(std::move(spaceName)) {}
-  // Deletes the bodies, oldest first.
+  // symbols: for the dictionaries of the space; null for a value of save.
+  explicit VirtualMemoryObject(std::string theName, SymbolTable* symbols = nullptr)
+      : PostscriptObject(tag), name(std::move(theName)), symbols_(symbols) {}
+  // Ends the bodies, oldest first.
   ~VirtualMemoryObject() override;
 
   std::string describe() const override;
   // A new, empty space: the bodies stay with the source.
   PostscriptObject* clone() const override { return new VirtualMemoryObject("Copy of " + name); }
 
-  uint32_t nextIndex() const { return static_cast<uint32_t>(bodies.size()); }
-  CompositeData* add(std::unique_ptr<CompositeData> body);
+  SymbolTable& symbols() const { return *symbols_; }
+  // The place of the next body. Places are not used again.
+  uint32_t takeIndex() { return nextIndex_++; }
+  // Lists a body, which belongs to the space from now on; a string's belongs to its handles.
+  void enter(CompositeData& body);
+  void lastHandleGone(CompositeData& body);
 
   const std::string name;
 
  private:
-  std::vector<std::unique_ptr<CompositeData>> bodies;
+  void unlink(CompositeData& body);
+  void endUnused();
+
+  SymbolTable* symbols_;
+  uint32_t nextIndex_ = 0;
+  CompositeData* first_ = nullptr;  // the oldest
+  CompositeData* last_ = nullptr;
+  CompositeData* unused_ = nullptr;  // bodies that are to end, by next_
+  bool endingUnused_ = false;
+  bool ending_ = false;
 };
 
 struct VirtualMemorySet {
@@ -40,6 +54,7 @@ struct VirtualMemorySet {
   VirtualMemorySet& operator=(const VirtualMemorySet&) = delete;
   ~VirtualMemorySet();
 
+  SymbolTable symbols;
   VirtualMemoryObject* local;
   VirtualMemoryObject* global;
   VirtualMemoryObject* current;  // one of the two: where new bodies go

@@ -1,6 +1,7 @@
 // The layers of operators: how many each has, and whose operator a name means in the end.
 #include <gmock/gmock.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -17,8 +18,12 @@ using testing::SizeIs;
 class Layers : public testing::Test {
  protected:
   // What the names of the system dictionary mean.
-  DictionaryData::Entries entries() const {
-    return dictionaries.systemDictionary->body().entries();
+  std::map<std::string, PostscriptObject*> entries() const {
+    std::map<std::string, PostscriptObject*> all;
+    for (const DictionaryEntry* entry : dictionaries.systemDictionary->body().entries()) {
+      all.emplace(entry->symbol.text, entry->value);
+    }
+    return all;
   }
 
   Interpreter ps;
@@ -58,8 +63,10 @@ TEST_F(Layers, LeaveSixNamesToDataInTheEnd) {
   const auto converter = openConverter(identity);
   const DictionaryStack& installed = converter->interpreter->dictionaries;
   std::vector<std::string> data;
-  for (const auto& [name, value] : installed.systemDictionary->body().entries()) {
-    if (value->type != TypeTag::name) data.push_back(name);
+  for (const DictionaryEntry* entry : installed.systemDictionary->body().entries()) {
+    if (entry->value->type != TypeTag::name) {
+      data.push_back(entry->symbol.text);
+    }
   }
   EXPECT_THAT(data, ElementsAre("errordict", "globaldict", "languagelevel", "systemdict",
                                 "userdict", "version"));

@@ -46,7 +46,7 @@ Outcome run(std::string_view program, int stopAt = 0) {
   const auto converter = openConverter(plain);
   converter->interpreter->observer = &journal;
   converter->convertOn(program);
-  return {journal.text, converter->contentText, journal.questions};
+  return {journal.text, std::string(converter->contentText.text()), journal.questions};
 }
 
 TEST(Observer, IsToldWhatAProgramLoses) {
@@ -109,7 +109,7 @@ TEST(Observer, ContinuesTheTextOfThePieceBefore) {
   const auto converter = openConverter(plain);
   EXPECT_TRUE(converter->convertOn("0 0 moveto 1 1 lineto gsa"));
   EXPECT_TRUE(converter->convertOn("ve clip "));
-  EXPECT_EQ(converter->contentText, "0 0 m\n1 1 l\nW n q ") << "the clip finds the path";
+  EXPECT_EQ(converter->contentText.text(), "0 0 m\n1 1 l\nW n q ") << "the clip finds the path";
   int32_t length = -1;
   EXPECT_STREQ(converter->convert("1 setgray ", &length), "1 G 1 g ") << "a call begins anew";
 }

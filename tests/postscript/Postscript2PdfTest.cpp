@@ -4,7 +4,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <span>
+
 #include "postscript/engine/Interpreter.h"
+#include "postscript/painting/ClearPdfObjects.h"
 #include "support/DebugOutput.h"
 
 namespace postscript {
@@ -27,14 +30,14 @@ class Postscript2PdfTest : public testing::Test {
     convert(program);
     return converter.interpreter->printBuffer;
   }
-  static size_t objectCount() {
+  std::span<PdfObject* const> objects() {
     uint64_t count = 0;
-    PdfObjectList::instance().handOut(&count);
-    return count;
+    PdfObject* const* array = converter.getPdfObjects(&count);
+    return {array, count};
   }
 
-  void SetUp() override { PdfObjectList::instance().clearPdfObjects(); }
-  void TearDown() override { PdfObjectList::instance().clearPdfObjects(); }
+  void SetUp() override { clearPdfObjects(); }
+  void TearDown() override { clearPdfObjects(); }
 
   const std::unique_ptr<Postscript2Pdf> opened = openConverter(identity);
   Postscript2Pdf& converter = *opened;
@@ -46,7 +49,7 @@ const std::string definePattern =
 
 TEST_F(Postscript2PdfTest, TracksFontsAndColorSpaces) {
   const GraphicsState& fresh = converter.topState();
-  EXPECT_EQ(fresh.fontName, "Helvetica");
+  EXPECT_EQ(*fresh.fontName, "Helvetica");
   EXPECT_EQ(fresh.fontSize, 12);
   EXPECT_EQ(fresh.colorSpace, ColorMode::rgb);
   convert("/Helvetica findfont 12 scalefont setfont /DeviceCMYK setcolorspace ");
@@ -59,7 +62,7 @@ TEST_F(Postscript2PdfTest, TracksFontsAndColorSpaces) {
       "/T 3 dict dup begin /FontMatrix [0 0.01 -0.01 0 0 0] def /FontName /Turned def end def "
       "T setfont /DeviceRGB setcolorspace ");
   EXPECT_DOUBLE_EQ(converter.topState().fontSize, 10);
-  EXPECT_EQ(converter.topState().fontName, "Turned");
+  EXPECT_EQ(*converter.topState().fontName, "Turned");
   EXPECT_EQ(converter.topState().colorSpace, ColorMode::rgb);
   // Without a good name the size stays too.
   EXPECT_EQ(convert("T /FontName 5 put T /FontMatrix matrix put T setfont "), "failed");
@@ -91,7 +94,7 @@ TEST_F(Postscript2PdfTest, TellsFailuresToTheDebugger) {
 TEST_F(Postscript2PdfTest, GivesBackWhatAnImageHeld) {
   const std::string source = "/s {(ab)} def /m [] def ";
   convert(source + "2 1 8 m /s load image 2 1 8 m /s load image ");
-  const DictionaryStack& dictionaries = converter.interpreter->dictionaries;
+  DictionaryStack& dictionaries = converter.interpreter->dictionaries;
   EXPECT_EQ(dictionaries.lookup("s")->refCount, 1);
   EXPECT_EQ(dictionaries.lookup("m")->refCount, 1);
   convert("5 1 8 m {currentfile 5 string readstring pop} image ");
@@ -101,28 +104,30 @@ TEST_F(Postscript2PdfTest, GivesBackWhatAnImageHeld) {
 TEST_F(Postscript2PdfTest, NumbersObjectsFromOneAfterAClearing) {
   EXPECT_EQ(convert(image), "/PSI1 Do\n");
   convert(definePattern + "P matrix makepattern pop ");
-  EXPECT_STREQ(
-      PdfObjectList::instance().findSource(converter.interpreter->dictionaries.lookup("P"))->name,
-      "/PA2");
-  PdfObjectList::instance().clearPdfObjects();
-  EXPECT_EQ(objectCount(), 0U);
+  EXPECT_EQ(convert("P setpattern "), "/Pattern cs\n/PA2 scn\n");
+  clearPdfObjects();
+  EXPECT_EQ(objects().size(), 0U);
   EXPECT_EQ(convert("P setpattern "), "");
   EXPECT_EQ(convert(image), "/PSI1 Do\n");
 }
 
-TEST_F(Postscript2PdfTest, KeepsAPatternsDictionaryAsLongAsItsRecord) {
-  convert(definePattern + "P matrix makepattern pop ");
+TEST_F(Postscript2PdfTest, KeepsAPatternsDictionaryAsLongAsItsName) {
+  convert(definePattern + "P matrix makepattern pop P matrix makepattern pop ");
   PostscriptObject* pattern = converter.interpreter->dictionaries.lookup("P");
   EXPECT_EQ(pattern->refCount, 2);
-  PdfObjectList::instance().clearPdfObjects();
-  EXPECT_EQ(pattern->refCount, 1);
+  EXPECT_EQ(convert("P setpattern /Q P def Q setpattern P dup setpattern pop "),
+            "/Pattern cs\n/PA1 scn\n/Pattern cs\n/PA1 scn\n");
+  clearPdfObjects();
+  EXPECT_EQ(pattern->refCount, 3);
+  EXPECT_EQ(convert("P setpattern "), "");
+  EXPECT_EQ(pattern->refCount, 2);
   // A record that outlives its converter.
   {
     const auto openedToo = openConverter(identity);
     Postscript2Pdf& closed = *openedToo;
     convertIn(closed, definePattern + "P matrix makepattern pop ");
   }
-  EXPECT_EQ(objectCount(), 1U);
+  EXPECT_EQ(objects().size(), 1U);
   EXPECT_EQ(convert(definePattern + "P setpattern "), "");
 }
 
@@ -130,32 +135,31 @@ TEST_F(Postscript2PdfTest, ClosesACaptureWhoseRecordIsGone) {
   convert(definePattern +
           "P /PaintProc {pop currentfile 2 string readstring pop pop} put "
           "P matrix makepattern ");
-  EXPECT_EQ(objectCount(), 1U);
+  EXPECT_EQ(objects().size(), 1U);
   EXPECT_TRUE(converter.inPattern);
-  PdfObjectList::instance().clearPdfObjects();
+  clearPdfObjects();
   EXPECT_EQ(convert("ab 5 setlinewidth "), "5 w ");
-  EXPECT_EQ(objectCount(), 0U);
+  EXPECT_EQ(objects().size(), 0U);
   EXPECT_FALSE(converter.inPattern);
 }
 
 TEST_F(Postscript2PdfTest, LeavesARecordUnfilledWhenItsPatternFails) {
   convert(definePattern + "P /PaintProc {nosuch} put P matrix makepattern ");
-  uint64_t count = 0;
-  const PdfObject* record = PdfObjectList::instance().handOut(&count)[0];
+  const PdfObject* record = objects().front();
   EXPECT_EQ(record->data, nullptr);
   EXPECT_EQ(record->dataLength, 0U);
   EXPECT_EQ(convert(image), "/PSI2 Do\n");
 }
 
-TEST_F(Postscript2PdfTest, FindsImagesByTheirKindAndTheirFirstBytes) {
-  PdfObjectList& list = PdfObjectList::instance();
-  list.addPdfObject(TQP_PATTERN, "/PA")->setData("abcd");
-  list.addPdfObject(TQP_IMAGE, "/PSI");
-  StoredPdfObject* second = list.addPdfObject(TQP_IMAGE, "/PSI");
-  second->setData(std::string("ab\0d", 4));
-  EXPECT_EQ(list.findPdfObject(TQP_IMAGE, std::string_view("ab\0", 3)), second);
-  EXPECT_EQ(list.findPdfObject(TQP_IMAGE, "abc"), nullptr);
-  EXPECT_EQ(list.findPdfObject(TQP_IMAGE, std::string_view("ab\0de", 5)), nullptr);
+TEST_F(Postscript2PdfTest, NumbersAPatternWhoseDictionaryCannotBeWritten) {
+  convert(definePattern + "P /BBox 5 put P matrix makepattern ");
+  ASSERT_EQ(objects().size(), 1U);
+  EXPECT_STREQ(objects()[0]->dictionary, "");
+  EXPECT_EQ(objects()[0]->source, nullptr);
+  // Its capture is open: the next makepattern closes it.
+  convert("1 2 moveto 3 4 lineto P setpattern makepattern ");
+  EXPECT_STREQ(reinterpret_cast<const char*>(objects()[0]->data), "1 2 m\n3 4 l\nQ\n");
+  EXPECT_EQ(convert(image), "/PSI2 Do\n");
 }
 
 }  // namespace

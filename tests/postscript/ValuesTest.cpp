@@ -71,7 +71,8 @@ TEST(ObjectStack, SetsWithinItsSizeAndOneBeyond) {
 
 TEST(DictionaryData, GivesUpWhatItReplacesOrLoses) {
   {
-    DictionaryData dictionary;
+    SymbolTable symbols;
+    DictionaryData dictionary(symbols);
     auto* kept = new Counted;
     dictionary.put("a", kept);
     dictionary.put("a", kept);

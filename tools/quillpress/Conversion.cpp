@@ -157,7 +157,8 @@ void Conversion::writeOutput(const DscDocument& document) {
       reports.push_back(page.report.number - 1);
     }
   }
-  pdf.records = pdfObjects();
+  const ObjectRecords records;
+  pdf.records = records.list();
   pdf.pageMatrix = options_.pageMatrix;
   pdf.info = infoOf(document.info(), options_.info);
   std::optional<OutputFile> file;
@@ -223,7 +224,8 @@ InputReport writeObjects(const std::string& input, const Options& options) {
   return guarded(input, "", [&] {
     const InputReport report = Conversion(input, "", options).run(input);
     std::filesystem::create_directories(systemPath(options.folder));
-    for (const PdfObject* record : pdfObjects()) {
+    const ObjectRecords records;
+    for (const PdfObject* record : records.list()) {
       const std::string path = options.folder + "/" + (record->name + 1);
       const auto write = [](const std::string& name, std::string_view bytes) {
         OutputFile file(name);

@@ -4,6 +4,7 @@
 
 #include "postscript/converter/OpenConverter.h"
 #include "postscript/engine/Interpreter.h"
+#include "postscript/painting/ProcessState.h"
 
 namespace quillpress {
 namespace {
@@ -50,14 +51,14 @@ bool Converter::writesForProbe() {
   return engine_->convertOn(probe) && engine_->contentText == probeText;
 }
 
-std::vector<const PdfObject*> pdfObjects() {
+ObjectRecords::ObjectRecords() {
   uint64_t count = 0;
-  PdfObject* const* const records = postscript::PdfObjectList::instance().handOut(&count);
-  return {records, records + count};
+  PdfObject* const* const records = postscript::processState().pdfObjects.handOut(held_, &count);
+  list_.assign(records, records + count);
 }
 
 void clearPdfObjects() {
-  postscript::PdfObjectList::instance().clearPdfObjects();
+  postscript::processState().pdfObjects.clearPdfObjects();
 }
 
 }  // namespace quillpress

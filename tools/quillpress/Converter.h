@@ -42,8 +42,17 @@ class Converter {
   std::unique_ptr<postscript::Postscript2Pdf> engine_;
 };
 
-// All records of images and patterns that were made in this process. They outlive the converters.
-std::vector<const PdfObject*> pdfObjects();
+// All records of images and patterns that were made in this process, in memory for as long as this.
+class ObjectRecords {
+ public:
+  ObjectRecords();
+  const std::vector<const PdfObject*>& list() const { return list_; }
+
+ private:
+  postscript::HandedOutPdfObjects held_;
+  std::vector<const PdfObject*> list_;
+};
+
 void clearPdfObjects();
 
 }  // namespace quillpress

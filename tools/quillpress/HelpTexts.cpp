@@ -8,85 +8,116 @@ struct Help {
   std::string_view text;
 };
 
+// scripts/describe-program makes the manual page of these: an opening line, the usage, and headings
+// with entries below them.
 constexpr Help texts[] = {
-    {"convert", R"(quillpress convert [options] INPUT [OUTPUT]
-quillpress convert [options] --output-dir FOLDER INPUT...
+    {"convert", R"(Makes a PDF file of PostScript.
+Usage: quillpress convert [options] INPUT [OUTPUT]
 
-Makes a PDF file of PostScript. INPUT may be compressed by gzip; - is standard
-input or output. Without OUTPUT the PDF stands beside INPUT.
+INPUT may be compressed by gzip; - is standard input or output. Without OUTPUT
+the PDF file is named after INPUT and lies beside it.
 
+Options:
+  --output-dir FOLDER  where the PDF files of several inputs go
   --page-size SIZE     A4, letter, 210mmx297mm, 8.5inx11in, 595x842 (points);
                        otherwise what the file says, or letter
-  --matrix a,b,c,d,e,f the page's default coordinate system
-  --title, --author, --creator, --subject TEXT
-                       in place of what the file's comments say
+  --matrix a,b,c,d,e,f  the page's default coordinate system
+  --title TEXT         in place of what the file's comments say
+  --author TEXT        the same
+  --creator TEXT       the same
+  --subject TEXT       the same
   --strict             make nothing when something would be missing
-  --json FILE          write a report for programs (- for standard output)
+  --json FILE          write a report for programs; - is standard output
   --time-limit S       processor time for a page, 30 seconds; 0 for no limit
   --memory-limit MB    memory in all, 1024 megabytes; 0 for no limit
   --quiet              no progress, and no word when all is well
-  --content            write the pages' content text, and no PDF
-  --output-dir FOLDER  for several inputs: where the PDF files go
+  --content            write the pages' content text, and no PDF file
 
-Exit status: 0 the pages are whole, 3 something is missing in the output (it is
-told what), 2 nothing was made.
+Exit status: 0 the pages are whole, 3 something is missing in the output (the
+messages say what), 2 nothing was made.
 )"},
-    {"check", R"(quillpress check [options] INPUT...
+    {"check", R"(Tells whether files will come out whole, and writes nothing.
+Usage: quillpress check [options] INPUT...
 
-Converts without writing, and tells for each file whether it will come out
-whole. Takes --page-size, --matrix, --json, --time-limit, --memory-limit and
---quiet as convert does, and ends with the same exit status.
+The exit status is the one that convert would end with.
+
+Options:
+  --page-size SIZE     as for convert
+  --matrix a,b,c,d,e,f  as for convert
+  --json FILE          write a report for programs; - is standard output
+  --time-limit S       processor time for a page, 30 seconds; 0 for no limit
+  --memory-limit MB    memory in all, 1024 megabytes; 0 for no limit
+  --quiet              no progress
 )"},
-    {"content", R"(quillpress content [options] INPUT [OUTPUT]
+    {"content", R"(Writes the content text of the pages as the engine gives it.
+Usage: quillpress content [options] INPUT [OUTPUT]
 
-Writes the content text of the pages as the engine gives it, to standard output
-when there is no OUTPUT. Options as those of convert.
+Without OUTPUT it goes to standard output.
+
+Options:
+  --matrix a,b,c,d,e,f  the page's default coordinate system
+  --json FILE          write a report for programs; - is standard output
+  --time-limit S       processor time for a page, 30 seconds; 0 for no limit
+  --memory-limit MB    memory in all, 1024 megabytes; 0 for no limit
+  --quiet              no progress, and no word when all is well
 )"},
-    {"objects", R"(quillpress objects --to FOLDER INPUT
+    {"objects", R"(Writes the images and patterns that the pages' content text names.
+Usage: quillpress objects --to FOLDER INPUT
 
-Writes the images and patterns that the pages' content text names: for each a
-file NAME.dictionary with the entries of its dictionary, and NAME.data.
+Each is a file NAME.dictionary, with the entries of its dictionary, and a file
+NAME.data.
+
+Options:
+  --to FOLDER          where they go; it is made when it is not there
+  --matrix a,b,c,d,e,f  the page's default coordinate system
 )"},
-    {"operators", R"(quillpress operators [NAME...]
-
-Lists the operators of the language, and what it costs a page that one of them
-takes its operands and does nothing.
+    {"operators", R"(Lists the operators, and what it costs that one of them does nothing.
+Usage: quillpress operators [NAME...]
 )"},
-    {"name", R"(quillpress name TITLE [--set KEY=VALUE...] [--existing PATH...]
+    {"name", R"(Shows what the print front end names the output of a document.
+Usage: quillpress name TITLE [--set KEY=VALUE...] [--existing PATH...]
 
-Shows the name that the print front end gives the output of a document with this
-title, under these settings and beside files that exist already. Nothing of this
-machine is read: the front end runs on a simulated one.
+The front end runs on a simulated machine: nothing of this one is read.
 
-  quillpress name "Editor - Report.doc" --set 'DefaultSaveDir=C:\Out'
+Options:
+  --set KEY=VALUE      a setting of the printer, such as DefaultSaveDir=C:\Out
+  --existing PATH      a file that exists already
 )"},
-    {"xmp", R"(quillpress xmp TITLE [--set KEY=VALUE...]
+    {"xmp", R"(Shows the XMP packet that the print front end makes for a document.
+Usage: quillpress xmp TITLE [--set KEY=VALUE...]
 
-Shows the XMP packet that the print front end makes for a document with this
-title, under these settings, on a simulated machine.
+Options:
+  --set KEY=VALUE      a setting of the printer
 )"},
-    {"", R"(quillpress [COMMAND] [options] INPUT [OUTPUT]
+    {"", R"(Makes PDF files of PostScript pages.
+Usage: quillpress [SUBCOMMAND] [options] INPUT [OUTPUT]
 
-Makes PDF files of PostScript pages: paths, colours, clips, images, masks and
-patterns. Text is not painted; what is missing is always told.
+Paths, colours, clips, images, masks and patterns are painted. Text is not; what
+is missing is always said.
 
-  convert     make a PDF file (the command that needs no name)
-  check       tell whether files will come out whole, and write nothing
-  content     write the content text of the pages
-  objects     write the images and patterns that the text names
-  operators   list the operators, and which of them do nothing
-  name, xmp   what the print front end makes of a document's title
+Subcommands:
+  convert              make a PDF file; needs no name
+  check                tell whether files will come out whole, and write nothing
+  content              write the content text of the pages
+  objects              write the images and patterns that the text names
+  operators            list the operators, and which of them do nothing
+  name                 what the print front end names a document's output
+  xmp                  the XMP packet that it makes for a document
+
+Options:
+  --help               with a subcommand in front, tell its options
+  --version            tell the version
 
 Examples:
-  quillpress figure.eps                      makes figure.pdf
+  quillpress figure.eps
+                       makes figure.pdf
   quillpress --page-size A4 report.ps out.pdf
+                       on paper of another size
   quillpress check --json report.json *.ps
+                       what will be missing, for people and for programs
 
-  quillpress COMMAND --help                  tells the command's options
-  quillpress --version
-
-Exit status: 0 the pages are whole, 3 something is missing in the output (it is
-told what), 2 nothing was made.
+Exit status: 0 the pages are whole, 3 something is missing in the output (the
+messages say what), 2 nothing was made.
 )"}};
 
 }  // namespace

@@ -1,0 +1,33 @@
+#include "postscript/values/Held.h"
+
+#include "postscript/values/CompositeObject.h"
+
+namespace postscript {
+
+AbandonedObjects::~AbandonedObjects() {
+  for (PostscriptObject* object : objects_) {
+    release(object);
+  }
+  for (PostscriptObject* object : counted_) {
+    --object->holders;
+    giveUp(object);
+  }
+}
+
+void AbandonedObjects::endFailedRun() {
+  std::erase_if(objects_, [](PostscriptObject* object) {
+    const bool ends = endIsSilent(*object);
+    if (ends) {
+      release(object);
+    }
+    return ends;
+  });
+}
+
+void AbandonedObjects::count(PostscriptObject* object) {
+  counted_.push_back(object);
+  ++object->refCount;
+  ++object->holders;
+}
+
+}  // namespace postscript

@@ -1,0 +1,94 @@
+// The table is a plain hash table with linear probing. Symbols are never taken out one by one: when
+// the table is full, those that nobody uses any more are dropped, and it grows if too many remain.
+#include "postscript/values/Symbol.h"
+
+#include <cstring>
+
+namespace postscript {
+
+namespace {
+
+constexpr size_t initialSlots = 2048;
+
+// Eight bytes at a time; the multiplications spread each byte over the upper half.
+uint32_t hashOf(std::string_view text) {
+  constexpr uint64_t factor = 0x9e3779b97f4a7c15;
+  uint64_t hash = text.size();
+  const char* at = text.data();
+  size_t left = text.size();
+  for (; left >= 8; at += 8, left -= 8) {
+    uint64_t word;
+    std::memcpy(&word, at, 8);
+    hash = (hash ^ word) * factor;
+    hash ^= hash >> 32;
+  }
+  uint64_t word = 0;
+  for (size_t i = 0; i < left; ++i) {
+    word = word << 8 | static_cast<uint8_t>(at[i]);
+  }
+  hash = (hash ^ word) * factor;
+  return static_cast<uint32_t>(hash >> 32);
+}
+
+}  // namespace
+
+SymbolTable::SymbolTable() : slots_(initialSlots) {}
+
+SymbolTable::~SymbolTable() {
+  for (Symbol* symbol : slots_) {
+    if (symbol && symbol->uses_ == 0) {
+      delete symbol;
+    } else if (symbol) {
+      symbol->table_ = nullptr;
+    }
+  }
+}
+
+size_t SymbolTable::slotOf(std::string_view text, uint32_t hash) const {
+  const size_t mask = slots_.size() - 1;
+  size_t slot = hash & mask;
+  while (slots_[slot] && (slots_[slot]->hash_ != hash || slots_[slot]->text != text)) {
+    slot = (slot + 1) & mask;
+  }
+  return slot;
+}
+
+Symbol* SymbolTable::find(std::string_view text) const {
+  return slots_[slotOf(text, hashOf(text))];
+}
+
+Symbol& SymbolTable::symbolOf(std::string_view text) {
+  const uint32_t hash = hashOf(text);
+  size_t slot = slotOf(text, hash);
+  if (!slots_[slot]) {
+    if (count_ * 2 >= slots_.size()) {
+      makeRoom();
+      slot = slotOf(text, hash);
+    }
+    slots_[slot] = new Symbol(text, hash, this);
+    ++count_;
+  }
+  return *slots_[slot];
+}
+
+void SymbolTable::makeRoom() {
+  size_t used = 0;
+  for (const Symbol* symbol : slots_) {
+    used += symbol && symbol->uses_ > 0;
+  }
+  std::vector<Symbol*> old(used * 4 > slots_.size() ? slots_.size() * 2 : slots_.size());
+  old.swap(slots_);
+  count_ = used;
+  for (Symbol* symbol : old) {
+    if (!symbol) {
+      continue;
+    }
+    if (symbol->uses_ == 0) {
+      delete symbol;
+    } else {
+      slots_[slotOf(symbol->text, symbol->hash_)] = symbol;
+    }
+  }
+}
+
+}  // namespace postscript

@@ -1,0 +1,76 @@
+// Symbol: the text of a name, shared by everything that bears it. A table of an interpreter keeps
+// one symbol for each text, so that two names are equal exactly when their symbols are the same
+// one, and a look-up compares pointers. A symbol also remembers what the last look-up of its text
+// found (see DictionaryStack); the text alone is all that programs can see of it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "postscript/values/ObjectPool.h"
+
+namespace postscript {
+
+class DictionaryEntry;
+class SymbolTable;
+
+class Symbol : public objectPool::Pooled {
+ public:
+  // A symbol outside of any table, for names that are made without an interpreter at hand.
+  explicit Symbol(std::string_view theText) : text(theText) {}
+  Symbol(const Symbol&) = delete;
+  Symbol& operator=(const Symbol&) = delete;
+
+  // Each holder of a pointer takes one use. Without uses a symbol of a table stays for the next
+  // holder until the table is tidied; any other one ends with the last.
+  void take() { ++uses_; }
+  void giveBack() {
+    if (--uses_ == 0 && !table_) {
+      delete this;
+    }
+  }
+  // The table that keeps it, null for none.
+  const SymbolTable* table() const { return table_; }
+
+  const std::string text;
+
+  // What DictionaryStack found under this text, at which place of the stack, and when; 0 for never.
+  DictionaryEntry* found = nullptr;
+  uint32_t foundLevel = 0;
+  uint64_t foundAt = 0;
+
+ private:
+  friend class SymbolTable;
+  friend class DictionaryData;
+  Symbol(std::string_view theText, uint32_t hash, const SymbolTable* table)
+      : text(theText), hash_(hash), table_(table) {}
+
+  uint32_t hash_ = 0;
+  int32_t uses_ = 0;
+  const SymbolTable* table_ = nullptr;
+};
+
+class SymbolTable {
+ public:
+  SymbolTable();
+  SymbolTable(const SymbolTable&) = delete;
+  SymbolTable& operator=(const SymbolTable&) = delete;
+  ~SymbolTable();
+
+  // The one symbol of a text. Whoever keeps the pointer takes a use before the next call.
+  Symbol& symbolOf(std::string_view text);
+  // Null when no symbol has the text.
+  Symbol* find(std::string_view text) const;
+
+ private:
+  size_t slotOf(std::string_view text, uint32_t hash) const;
+  void makeRoom();
+
+  std::vector<Symbol*> slots_;  // open addressing; null is free; a power of two, at most half full
+  size_t count_ = 0;
+};
+
+}  // namespace postscript
