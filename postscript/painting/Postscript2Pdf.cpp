@@ -69,12 +69,6 @@ bool Postscript2Pdf::convertOn(std::string_view piece) noexcept {
   return false;
 }
 
-std::string Postscript2Pdf::takeContent(std::string room) {
-  contentText.swap(room);
-  cutContent(0);
-  return room;
-}
-
 void Postscript2Pdf::reportFailure(std::string_view words) const {
   if (interpreter->observer) {
     interpreter->observer->failed(interpreter->parser.position(), words);

@@ -35,8 +35,6 @@ class Postscript2Pdf {
   // For embedders in C++: runs a piece whose text follows that of the pieces before it. False if it
   // fails; `contentText` keeps what was written up to then.
   bool convertOn(std::string_view piece) noexcept;
-  // Gives the text away and begins a new one, in the room of a string that is not needed.
-  std::string takeContent(std::string room);
   PdfObject* const* getPdfObjects(uint64_t* count) {
     return pdfObjects->handOut(handedOut_, count);
   }

@@ -21,11 +21,12 @@ Converter::Converter(const Matrix& matrix, Watch& watch) : watch_(watch) {
                  [](double number) { return static_cast<float>(number); });
   engine_ = postscript::openConverter(pageMatrix_.data());
   engine_->interpreter->observer = &watch_;
+  watch_.setPiece(*engine_, 0);
 }
 
 void Converter::startPage() {
   engine_->startPage(pageMatrix_.data());
-  engine_->cutContent(0);
+  engine_->contentText.clear();
 }
 
 bool Converter::run(std::string_view piece, size_t start) {
@@ -33,22 +34,28 @@ bool Converter::run(std::string_view piece, size_t start) {
   return engine_->convertOn(piece);
 }
 
+std::string Converter::takeContent(std::string room) {
+  room.assign(engine_->contentText.text());
+  engine_->contentText.clear();
+  return room;
+}
+
 // What is open swallows a piece that would write something, or swallows only its beginning, and
 // then the rest makes no sense but a second piece is run as it should. When neither is run,
 // something else is wrong, such as an empty dictionary stack.
 bool Converter::isUnfinished() {
   engine_->interpreter->observer = nullptr;
-  engine_->cutContent(0);
+  engine_->contentText.clear();
   const bool isRun = engine_->convertOn(probe);
-  const bool unfinished = isRun ? engine_->contentText != probeText : writesForProbe();
-  engine_->cutContent(0);
+  const bool unfinished = isRun ? engine_->contentText.text() != probeText : writesForProbe();
+  engine_->contentText.clear();
   engine_->interpreter->observer = &watch_;
   return unfinished;
 }
 
 bool Converter::writesForProbe() {
-  engine_->cutContent(0);
-  return engine_->convertOn(probe) && engine_->contentText == probeText;
+  engine_->contentText.clear();
+  return engine_->convertOn(probe) && engine_->contentText.text() == probeText;
 }
 
 ObjectRecords::ObjectRecords() {

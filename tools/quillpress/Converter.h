@@ -25,9 +25,9 @@ class Converter {
   bool run(std::string_view piece, size_t start);
 
   // The text since the page's start.
-  const std::string& content() const { return engine_->contentText; }
+  std::string_view content() const { return engine_->contentText.text(); }
   // The same to keep; `room` is a string whose memory the next page's text may take.
-  std::string takeContent(std::string room) { return engine_->takeContent(std::move(room)); }
+  std::string takeContent(std::string room);
 
   // Whether a further piece would not be run but taken for the rest of what came before: of a
   // string or procedure that was not closed, or of data that an operator is still waiting for.
