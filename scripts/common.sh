@@ -41,7 +41,7 @@ need() {
 }
 
 # What a build for this machine takes.
-native_packages=(g++ python3 cmake ninja-build googletest libcli11-dev libqpdf-dev libdeflate-dev)
+native_packages=(g++ python3 cmake ninja-build googletest libcli11-dev libqpdf-dev libdeflate-dev libbenchmark-dev)
 # What a build for Windows takes besides, and what its programs run under.
 windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev make wine wine64)
 

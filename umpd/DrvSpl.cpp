@@ -20,7 +20,8 @@ UmDriver* DrvSplStartDoc(JobRecords& records, PrinterHandle printer, uint32_t jo
 
 uint32_t DrvSplWritePrinter(JobRecords& records, const void* address, const void* buffer,
                             uint32_t length, uint32_t& written) {
-  const JobPointer job = records.find(address, anyStatus, "DrvSplWritePrinter - invalid parms");
+  const JobPointer job =
+      records.findForWork(address, anyStatus, "DrvSplWritePrinter - invalid parms");
   if (!job) {
     return 0;
   }
@@ -32,25 +33,27 @@ uint32_t DrvSplWritePrinter(JobRecords& records, const void* address, const void
 }
 
 bool DrvSplEndDoc(JobRecords& records, const void* address) {
-  const JobPointer job = records.find(address, statusInitialised, "DrvSplEndDoc - invalid parms");
+  const JobPointer job =
+      records.findForWork(address, statusInitialised, "DrvSplEndDoc - invalid parms");
   return job && job->endDoc();
 }
 
 void DrvSplClose(JobRecords& records, const void* address) {
-  records.take(address, anyStatus, "DrvSplClose - invalid parms");
+  // What this returns ends at once, and the record with it.
+  records.beginEnd(address, anyStatus, "DrvSplClose - invalid parms");
 }
 
 uint32_t DrvSplStartPage(JobRecords& records, const void* address) {
-  return records.find(address, statusInitialised, "DrvSplStartPage invalid parms") ? 1 : 0;
+  return records.findForWork(address, statusInitialised, "DrvSplStartPage invalid parms") ? 1 : 0;
 }
 
 uint32_t DrvSplEndPage(JobRecords& records, const void* address) {
-  return records.find(address, statusInitialised, "DrvSplEndPage invalid parms") ? 1 : 0;
+  return records.findForWork(address, statusInitialised, "DrvSplEndPage invalid parms") ? 1 : 0;
 }
 
 void DrvSplAbort(JobRecords& records, const void* address) {
   if (const JobPointer job =
-          records.find(address, statusInitialised, "DrvSplAbort invalid parms")) {
+          records.findForWork(address, statusInitialised, "DrvSplAbort invalid parms")) {
     job->status |= statusAborted;
   }
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <mutex>
 #include <utility>
 
 #include "umpd/ProductNames.h"
@@ -41,6 +42,7 @@ std::optional<std::u16string> getDriverDirectory(Platform& platform, size_t capa
   if (capacity == 0) {
     return std::nullopt;
   }
+  const std::lock_guard lock(platform.process.directoryMutex);
   std::u16string& known = platform.process.driverDirectory;
   if (known.empty()) {
     known = queryDriverDirectory(platform);

@@ -19,18 +19,18 @@ void Impersonation::revertToSpooler() {
     spoolerModule.reset();
     return;
   }
+  impersonate_ = platform_.modules.find(spoolerModule.get(), "ImpersonatePrinterClient");
   revertToken = platform_.spooler.revertToPrinterSelf(revert);
 }
 
 void Impersonation::returnToClient() {
   if (spoolerModule && revertToken != TokenHandle{}) {
-    const FunctionAddress impersonate =
-        platform_.modules.find(spoolerModule.get(), "ImpersonatePrinterClient");
-    if (impersonate != FunctionAddress{}) {
-      platform_.spooler.impersonatePrinterClient(impersonate, revertToken);
+    if (impersonate_ != FunctionAddress{}) {
+      platform_.spooler.impersonatePrinterClient(impersonate_, revertToken);
     }
   }
   revertToken = {};
+  impersonate_ = {};
   spoolerModule.reset();
 }
 

@@ -65,7 +65,7 @@ bool InterProcessComms<Record>::openMapping() {
     }
     opened.mappingCreated = true;
   }
-  opened.view = platform_.objects.mapView(opened.mappingHandle.get());
+  opened.view = platform_.objects.mapView(opened.mappingHandle.get(), sizeof(Record));
   if (!opened.view) {
     return false;
   }

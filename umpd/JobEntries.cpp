@@ -36,13 +36,14 @@ JobHandle DocStart2K(JobRecords& records, PrinterHandle printer, uint32_t jobId,
 
 uint32_t DocWrite(JobRecords& records, JobHandle handle, const void* buffer, uint32_t length) {
   const JobPointer job =
-      records.find(addressOf(handle), statusInitialised, "DocWrite invalid parms");
+      records.findForWork(addressOf(handle), statusInitialised, "DocWrite invalid parms");
   return job && job->writeUnlessFailed(static_cast<const std::byte*>(buffer), length) ? 1 : 0;
 }
 
 uint32_t DocEnd(JobRecords& records, JobHandle handle) {
-  // Taken before the end, which want of memory may break off: the record goes all the same.
-  const JobPointer job = records.take(addressOf(handle), statusInitialised, "DocEnd invalid parms");
+  // While the job ends, which may have to wait for others, its settings can still be read.
+  const EndingJob job =
+      records.beginEnd(addressOf(handle), statusInitialised, "DocEnd invalid parms");
   return job && job->endDoc() ? 1 : 0;
 }
 
@@ -59,7 +60,7 @@ uint32_t getStringVal(JobRecords& records, const void* address, const char16_t* 
   if (!job) {
     return 0;
   }
-  copySettingText(job->settings, job->docName, key, buffer, size, defaultText);
+  copySettingText(job->settings, job->documentName(), key, buffer, size, defaultText);
   return 1;
 }
 
@@ -70,7 +71,7 @@ uint32_t getStringMultibyte(JobRecords& records, const void* address, const char
   if (!job) {
     return 0;
   }
-  copySettingUtf8(job->settings, job->docName, key, std::span(buffer, size));
+  copySettingUtf8(job->settings, job->documentName(), key, std::span(buffer, size));
   return 1;
 }
 

@@ -11,34 +11,74 @@ void JobDeleter::operator()(UmDriver* job) const {
   memory.close(block);
 }
 
+EndingJob::~EndingJob() {
+  if (job_) {
+    records_->forget(job_.get());
+  }
+}
+
 UmDriver* JobRecords::add(const JobPointer& job) {
   const std::lock_guard lock(mutex_);
-  jobs_->emplace(job.get(), job);
+  jobs_->emplace(job.get(), Entry{job});
   return job.get();
+}
+
+JobRecords::Entry* JobRecords::good(const void* address, uint32_t statusBits, bool alsoEnding) {
+  const auto found = jobs_->find(address);
+  if (found == jobs_->end() || (found->second.ending && !alsoEnding)) {
+    return nullptr;
+  }
+  const UmDriver& job = *found->second.job;
+  const bool isGood = job.magic == UmDriver::magicWord && (job.status & statusBits) == statusBits;
+  return isGood ? &found->second : nullptr;
 }
 
 JobPointer JobRecords::find(const void* address, uint32_t statusBits, const char* complaint) {
   {
     const std::lock_guard lock(mutex_);
-    const auto found = jobs_->find(address);
-    if (found != jobs_->end()) {
-      const JobPointer& job = found->second;
-      if (job->magic == UmDriver::magicWord && (job->status & statusBits) == statusBits) {
-        return job;
-      }
+    if (const Entry* const entry = good(address, statusBits, true)) {
+      return entry->job;
     }
   }
-  showErrorBox(platform, "%s", complaint);
+  complain(complaint);
   return nullptr;
 }
 
-JobPointer JobRecords::take(const void* address, uint32_t statusBits, const char* complaint) {
-  JobPointer job = find(address, statusBits, complaint);
-  const std::lock_guard lock(mutex_);
-  if (job && jobs_->erase(address) == 0) {
-    return nullptr;
+JobPointer JobRecords::findForWork(const void* address, uint32_t statusBits,
+                                   const char* complaint) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (const Entry* const entry = good(address, statusBits, false)) {
+      return entry->job;
+    }
   }
-  return job;
+  complain(complaint);
+  return nullptr;
+}
+
+EndingJob JobRecords::beginEnd(const void* address, uint32_t statusBits, const char* complaint) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (Entry* const entry = good(address, statusBits, false)) {
+      entry->ending = true;
+      return {*this, entry->job};
+    }
+  }
+  complain(complaint);
+  return {};
+}
+
+void JobRecords::forget(const void* address) {
+  JobPointer last;  // ends after the lock's release
+  const std::lock_guard lock(mutex_);
+  if (const auto found = jobs_->find(address); found != jobs_->end()) {
+    last = std::move(found->second.job);
+    jobs_->erase(found);
+  }
+}
+
+void JobRecords::complain(const char* complaint) {
+  showErrorBox(platform, "%s", complaint);
 }
 
 void JobRecords::abandon() {

@@ -11,6 +11,7 @@
 #include <memory>
 #include <mutex>
 #include <new>
+#include <utility>
 
 #include "umpd/UmDriver.h"
 #include "umpd/platform/Platform.h"
@@ -25,6 +26,26 @@ struct JobDeleter {
 
 using JobPointer = std::shared_ptr<UmDriver>;
 
+class JobRecords;
+
+// A job for the time of its end. When this goes, whatever ends the end, the record is no job's any
+// more.
+class EndingJob {
+ public:
+  EndingJob() = default;
+  EndingJob(JobRecords& records, JobPointer job) : records_(&records), job_(std::move(job)) {}
+  EndingJob(EndingJob&&) = default;
+  EndingJob& operator=(EndingJob&&) = delete;
+  ~EndingJob();
+
+  explicit operator bool() const { return job_ != nullptr; }
+  UmDriver* operator->() const { return job_.get(); }
+
+ private:
+  JobRecords* records_ = nullptr;
+  JobPointer job_;
+};
+
 class JobRecords {
  public:
   explicit JobRecords(Platform& thePlatform) : platform(thePlatform) {}
@@ -35,10 +56,14 @@ class JobRecords {
   template <class Job>
   UmDriver* start(PrinterHandle printer, uint32_t jobId, const char16_t* name);
   // The record at the address, if it is one and has all these status bits. Otherwise null, and a
-  // box with the complaint.
+  // box with the complaint. For reading settings: a job that is being ended is found too.
   JobPointer find(const void* address, uint32_t statusBits, const char* complaint);
-  // As find, and the address is no record's any more. Of several threads one gets the record.
-  JobPointer take(const void* address, uint32_t statusBits, const char* complaint);
+  // As find, but for work on a job, which its end shuts out.
+  JobPointer findForWork(const void* address, uint32_t statusBits, const char* complaint);
+  // As findForWork. From now on the job is being ended; of several threads one gets it.
+  EndingJob beginEnd(const void* address, uint32_t statusBits, const char* complaint);
+  // The address is no record's any more.
+  void forget(const void* address);
   // Forgets the jobs that nobody ended, and leaves them as they are. Takes no lock: no call may be
   // under way.
   void abandon();
@@ -46,7 +71,15 @@ class JobRecords {
   Platform& platform;
 
  private:
-  using Jobs = std::map<const void*, JobPointer>;
+  struct Entry {
+    JobPointer job;
+    bool ending = false;
+  };
+  using Jobs = std::map<const void*, Entry>;
+
+  // Null if the record is none for these uses. Asks for the lock to be held.
+  Entry* good(const void* address, uint32_t statusBits, bool alsoEnding);
+  void complain(const char* complaint);
 
   template <class Job>
   std::shared_ptr<Job> make();

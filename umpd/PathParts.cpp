@@ -18,6 +18,11 @@ size_t lastSeparator(std::u16string_view path, size_t first) {
   return found == path.npos || found < first ? path.npos : found;
 }
 
+size_t fileNameStart(std::u16string_view path) {
+  const size_t driveEnd = path.size() >= driveLength && path[1] == u':' ? driveLength : 0;
+  return std::max(driveEnd, lastSeparator(path) + 1);  // npos + 1 is 0
+}
+
 bool endsInSeparator(std::u16string_view path) {
   return path.ends_with(u'\\') || path.ends_with(u'/');
 }

@@ -10,6 +10,8 @@ namespace umpd {
 
 // Where the last `\` or `/` stands at or behind `first`, or npos.
 size_t lastSeparator(std::u16string_view path, size_t first = 0);
+// Where the file's own name begins, without drive and directory.
+size_t fileNameStart(std::u16string_view path);
 bool endsInSeparator(std::u16string_view path);
 
 // Views into the path that was split. Put behind each other they give it back, unless a part was

@@ -65,7 +65,7 @@ const PrinterInfo* PrinterInfoReader::readPrinterInfo2() {
   return nullptr;
 }
 
-std::vector<JobInfo> getAllJobs(Platform& platform, PrinterHandle printer) {
+PrinterJobs getAllJobs(Platform& platform, PrinterHandle printer) {
   traceMessage(">getAllJobs \n");
   Spooler& spooler = platform.spooler;
   const SizeAnswer printerSize = spooler.printerSize(printer);
@@ -79,17 +79,19 @@ std::vector<JobInfo> getAllJobs(Platform& platform, PrinterHandle printer) {
   traceMessage(" numjobs = %d\n", info->jobs);
 
   // One more than there are, should another have come.
-  const SizeAnswer jobsSize = spooler.jobsSize(printer, 0, info->jobs + 1);
+  const uint32_t asked = std::max(info->jobs, info->jobs + 1);
+  const SizeAnswer jobsSize = spooler.jobsSize(printer, 0, asked);
   if (!answersSize(jobsSize)) {
     return {};
   }
-  auto jobs = spooler.jobs(printer, 0, info->jobs + 1, jobsSize.needed);
+  auto jobs = spooler.jobs(printer, 0, asked, jobsSize.needed);
   if (!jobs) {
     return {};
   }
-  jobs->resize(info->jobs);
+  // The number is the spooler's word for it, and no reason to take memory for so many.
+  jobs->resize(std::min<size_t>(jobs->size(), info->jobs));
   traceMessage("<getAllJobs numjobs = %d\n", info->jobs);
-  return std::move(*jobs);
+  return {info->jobs, std::move(*jobs)};
 }
 
 uint32_t getCurrentPrintJobDocName(PrinterSettings& settings, std::u16string& document) {
@@ -100,13 +102,13 @@ uint32_t getCurrentPrintJobDocName(PrinterSettings& settings, std::u16string& do
     return 0;
   }
   document.clear();
-  const std::vector<JobInfo> jobs = getAllJobs(settings.platform, settings.printer.get());
-  if (jobs.empty()) {
+  const PrinterJobs jobs = getAllJobs(settings.platform, settings.printer.get());
+  if (jobs.count == 0) {
     traceMessage("getAllJobs returend 0\n");
     return 0;
   }
-  traceMessage(">getCurrentPrintJobDocName - numjobss %d\n", jobs.size());
-  const JobInfo* const newest = newestJob(jobs);
+  traceMessage(">getCurrentPrintJobDocName - numjobss %d\n", jobs.count);
+  const JobInfo* const newest = newestJob(jobs.listed);
   if (!newest) {
     return 0;
   }
@@ -118,7 +120,7 @@ uint32_t getCurrentPrintJobDocName(PrinterSettings& settings, std::u16string& do
 }
 
 bool checkJobStatus(Platform& platform, PrinterHandle printer, uint32_t jobId) {
-  const std::vector<JobInfo> jobs = getAllJobs(platform, printer);
+  const std::vector<JobInfo> jobs = getAllJobs(platform, printer).listed;
   const auto job = std::find_if(jobs.begin(), jobs.end(),
                                 [&](const JobInfo& each) { return each.jobId == jobId; });
   if (job == jobs.end()) {

@@ -30,9 +30,13 @@ class PrinterInfoReader {
   std::optional<PrinterInfo> info_;
 };
 
-// One record for each job that the printer's record counts; those that ended meanwhile are zeros at
-// the end. Empty if there is no job, or on failure.
-std::vector<JobInfo> getAllJobs(Platform& platform, PrinterHandle printer);
+// The jobs in a printer's queue. `count` is what the printer's record says, 0 if the queue could
+// not be read; fewer jobs may be listed, as some may have ended between the two questions.
+struct PrinterJobs {
+  uint32_t count = 0;
+  std::vector<JobInfo> listed;
+};
+PrinterJobs getAllJobs(Platform& platform, PrinterHandle printer);
 
 // The id of the newest job, which is taken for the one in hand, or 0; its document's name goes to
 // `document`, which is left alone only if the printer has to be opened and cannot be.

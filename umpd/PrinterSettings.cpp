@@ -148,14 +148,14 @@ void PrinterSettings::storeAsDefaultPrinter() {
 }
 
 uint32_t PrinterSettings::getSettingInt(std::u16string_view key, uint32_t defaultValue) const {
-  const std::u16string* value = params.find(key);
+  const std::optional<std::u16string> value = params.find(key);
   return value ? decimalValue(*value) : defaultValue;
 }
 
 void PrinterSettings::getSettingString(std::u16string_view key, char16_t* buffer, size_t size,
                                        const char16_t* defaultText) const {
   std::u16string_view text;
-  const std::u16string* value = params.find(key);
+  const std::optional<std::u16string> value = params.find(key);
   if (value && !value->empty() && value->size() < size) {
     text = *value;
   } else if (defaultText) {

@@ -20,6 +20,9 @@ constexpr size_t extensionLimit = 40;
 constexpr size_t extensionField = 20;
 
 constexpr int randomNameTries = 11;
+// Of names that all exist: so many are made by numbers alone, and so many are tried in all.
+constexpr int numberedNames = 100;
+constexpr int namesInAll = 1000;
 
 size_t roomBehind(size_t size, size_t used) {
   return size > used ? size - used : 0;
@@ -52,17 +55,39 @@ bool SetFilename::setOutputFilename(std::u16string_view docName, std::u16string&
   saveFilenameAction = static_cast<int32_t>(settings.getSettingInt(u"SaveFilenameAction", 0));
   makeOutputName(docName, out, size, saveFilenameAction);
   seedRandom();
-  while (exists(out)) {
-    const size_t dot = out.rfind(u'.');
-    if (dot == out.npos) {
+  return leaveExistingNames(out, size);
+}
+
+// A title can be the name of a device, "con" or "Nul.doc": such a file exists in every directory,
+// whatever number its name has. All jobs of the machine wait while this one looks for a name, so
+// that the search must come to an end, and should find one: "_con.pdf" is no device.
+bool SetFilename::leaveExistingNames(std::u16string& out, size_t size) const {
+  const std::u16string first = out;
+  for (int tried = 1; exists(out); ++tried) {
+    if (tried == namesInAll) {
       return false;
     }
-    // Whatever the extension was.
-    std::u16string end(u".");
-    end += decimalText(settings.platform.random.next());
-    end += u".pdf";
-    out.replace(dot, out.npos, end, 0, roomBehind(size, dot + 1));
+    if (tried == numberedNames) {
+      out = first;
+      out.insert(fileNameStart(first), 1, u'_');
+      out.resize(std::min(out.size(), roomBehind(size, 1)));
+    } else if (!numberName(out, size)) {
+      return false;
+    }
   }
+  return true;
+}
+
+// Replaces what follows the last dot, whatever it is. False without a dot.
+bool SetFilename::numberName(std::u16string& out, size_t size) const {
+  const size_t dot = out.rfind(u'.');
+  if (dot == out.npos) {
+    return false;
+  }
+  std::u16string end(u".");
+  end += decimalText(settings.platform.random.next());
+  end += u".pdf";
+  out.replace(dot, out.npos, end, 0, roomBehind(size, dot + 1));
   return true;
 }
 
@@ -107,7 +132,7 @@ void SetFilename::readSettings() {
 }
 
 std::u16string SetFilename::settingShorterThan(std::u16string_view key, size_t limit) const {
-  const std::u16string* value = settings.params.find(key);
+  const std::optional<std::u16string> value = settings.params.find(key);
   return value && value->size() < limit ? *value : std::u16string();
 }
 
@@ -137,11 +162,9 @@ void SetFilename::makeNameOfDocument(std::u16string_view docName, std::u16string
 }
 
 void SetFilename::makeRandomName(std::u16string& out, size_t size) {
-  bool& seeded = settings.platform.process.randomSeeded;
-  if (!seeded) {
+  if (!settings.platform.process.randomSeeded.exchange(true)) {
     seedRandom();
   }
-  seeded = true;
   for (int tries = 1;; ++tries) {
     const std::u16string text = decimalText(settings.platform.random.next());
     traceMessage(u"randstring [%s]\n", text.c_str());

@@ -23,9 +23,9 @@ class SetFilename {
   explicit SetFilename(const PrinterSettings& theSettings) : settings(theSettings) {}
   virtual ~SetFilename();
 
-  // True if `out` is the name of a file that does not exist. False if it does and no other can be
-  // made of it, for want of a dot. An action that is no rule only decodes and shortens what `out`
-  // came with.
+  // True if `out` is the name of a file that does not exist. False if it exists and no other name
+  // can be made of it, because it has no dot or because all that were tried exist. An action that
+  // is no rule only decodes and shortens what `out` came with.
   bool setOutputFilename(std::u16string_view docName, std::u16string& out, size_t size);
 
   // The name by one of the rules 0 to 5, whether or not the file exists. True if its directory
@@ -34,6 +34,8 @@ class SetFilename {
                       int32_t action);
 
  private:
+  bool leaveExistingNames(std::u16string& out, size_t size) const;
+  bool numberName(std::u16string& out, size_t size) const;
   void readSettings();
   std::u16string settingShorterThan(std::u16string_view key, size_t limit) const;
   std::u16string readDefaultSaveFilename() const;

@@ -8,11 +8,15 @@ namespace umpd {
 
 StringMap::~StringMap() = default;
 
+template <class Pairs>
+auto StringMap::search(Pairs& pairs, std::u16string_view key) {
+  return std::find_if(pairs.begin(), pairs.end(),
+                      [&](const Pair& each) { return equalsIgnoringCase(each.key, key); });
+}
+
 bool StringMap::set(std::u16string_view key, std::u16string_view value) {
-  const auto pair = std::find_if(stored_.begin(), stored_.end(), [&](const Pair& each) {
-    return equalsIgnoringCase(each.key, key);
-  });
-  if (pair != stored_.end()) {
+  const std::lock_guard lock(mutex_);
+  if (const auto pair = search(stored_, key); pair != stored_.end()) {
     pair->value = value;
     return true;
   }
@@ -24,11 +28,23 @@ bool StringMap::set(std::u16string_view key, std::u16string_view value) {
   return true;
 }
 
-const std::u16string* StringMap::find(std::u16string_view key) const {
-  const auto pair = std::find_if(stored_.begin(), stored_.end(), [&](const Pair& each) {
-    return equalsIgnoringCase(each.key, key);
-  });
-  return pair == stored_.end() ? nullptr : &pair->value;
+void StringMap::clear() {
+  const std::lock_guard lock(mutex_);
+  stored_.clear();
+}
+
+std::optional<std::u16string> StringMap::find(std::u16string_view key) const {
+  const std::lock_guard lock(mutex_);
+  const auto pair = search(stored_, key);
+  if (pair == stored_.end()) {
+    return std::nullopt;
+  }
+  return pair->value;
+}
+
+std::vector<StringMap::Pair> StringMap::pairs() const {
+  const std::lock_guard lock(mutex_);
+  return stored_;
 }
 
 }  // namespace umpd

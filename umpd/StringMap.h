@@ -5,7 +5,8 @@
 #pragma once
 
 #include <cstddef>
-#include <span>
+#include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,14 +31,20 @@ class StringMap {
 
   // Replaces the value of a key that is there, even in a full map. False if the pair is lost.
   bool set(std::u16string_view key, std::u16string_view value);
-  void clear() { stored_.clear(); }
+  void clear();
 
-  // Null if the key is not there. Valid until the map changes.
-  const std::u16string* find(std::u16string_view key) const;
-  std::span<const Pair> pairs() const { return stored_; }
+  std::optional<std::u16string> find(std::u16string_view key) const;
+  // As they are now, in order.
+  std::vector<Pair> pairs() const;
 
  private:
+  // An iterator of `stored_`, which may be const.
+  template <class Pairs>
+  static auto search(Pairs& pairs, std::u16string_view key);
+
   Messages& messages_;
+  // A job's settings may be read while its end writes some.
+  mutable std::mutex mutex_;
   std::vector<Pair> stored_;
 };
 

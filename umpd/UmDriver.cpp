@@ -297,6 +297,11 @@ void UmDriver::signalFinishedPrint(const std::u16string& document) {
   }
 }
 
+std::u16string UmDriver::documentName() const {
+  const std::lock_guard lock(nameMutex_);
+  return docName;
+}
+
 void UmDriver::resetJob() {
   clear();
   status |= statusEnded;
@@ -313,7 +318,10 @@ void UmDriver::clear() {
   status = 0;
   outputPath.clear();
   userName.clear();
-  docName.clear();
+  {
+    const std::lock_guard lock(nameMutex_);
+    docName.clear();
+  }
   bytesWritten = 0;
   postscript::clearPdfObjects();
 }

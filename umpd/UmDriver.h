@@ -7,8 +7,10 @@
 // while the launcher is waited for. Start reading at init, write, endDoc.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <mutex>
 #include <string>
 
 #include "umpd/Impersonation.h"
@@ -52,6 +54,9 @@ class UmDriver {
   // be null only beside a handle. False if there is no such printer.
   bool init(PrinterHandle handle, uint32_t job, const char16_t* name);
 
+  // The document's name, or nothing when the job has ended. Any thread may ask.
+  std::u16string documentName() const;
+
   // Empties the record and marks it as ended.
   void resetJob();
   // Nothing in the library calls it, so that `doPrint` stays 0.
@@ -65,7 +70,7 @@ class UmDriver {
   uint32_t magic = magicWord;
   PrinterHandle printerHandle{};  // the caller's
   uint32_t jobId = 0;
-  uint32_t status = 0;
+  std::atomic<uint32_t> status = 0;
   NamedMutex jobMutex;
   std::u16string outputPath;
   std::u16string userName;
@@ -88,6 +93,9 @@ class UmDriver {
   void announceFile();
   void signalFinishedPrint(const std::u16string& document);
   void clear();
+
+  // Guards docName, which others may ask for while the job ends.
+  mutable std::mutex nameMutex_;
 };
 
 // Holds the lock of all jobs until the end of its scope.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <mutex>
 
 #include "umpd/ProductNames.h"
 #include "umpd/Report.h"
@@ -103,7 +104,7 @@ std::byte* domainControllerRecord(Platform& platform) {
                                              recordSize);
   }
   if (mapping) {
-    view = platform.objects.mapView(mapping.get());
+    view = platform.objects.mapView(mapping.get(), recordSize);
   }
   if (!view) {
     mapping.reset();
@@ -197,6 +198,7 @@ std::optional<std::u16string> sidToText(Platform& platform, const Sid& sid, size
 }
 
 std::u16string getDomainControllerName(Platform& platform) {
+  const std::lock_guard lock(platform.process.domainControllerMutex);
   std::byte* const record = domainControllerRecord(platform);
   if (!record) {
     return {};

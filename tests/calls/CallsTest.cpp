@@ -96,6 +96,32 @@ TEST(Calls, TakeAndGiveLengths) {
       "q BI\n/W 3 /H 1 /BPC 8 /CS /G \nID\na\0b\nEI\nQ\n"s);
 }
 
+TEST(Calls, FailWithoutTheirPointers) {
+  EXPECT_EQ(PSOpen(nullptr), nullptr);
+  Converter converter;
+  const std::string before = *converter.convert("5 setlinewidth currentlinewidth ");
+  PSStartPage(converter.handle, nullptr);
+  PSStartPage(nullptr, identity.data());
+  int32_t length = 3;
+  EXPECT_EQ(PSConvertToPdf(converter.handle, nullptr, &length), nullptr);
+  length = -1;
+  EXPECT_EQ(PSConvertToPdf(converter.handle, nullptr, &length), nullptr);
+  EXPECT_EQ(length, -1);
+  EXPECT_EQ(PSConvertToPdf(converter.handle, "1", nullptr), nullptr);
+  EXPECT_THAT(converter.error(), StartsWith("Exception:"));
+  EXPECT_EQ(PSConvertToPdf(nullptr, "1", &length), nullptr);
+  uint64_t count = 7;
+  EXPECT_EQ(PSGetPdfObjects(nullptr, &count), nullptr);
+  EXPECT_EQ(PSGetPdfObjects(converter.handle, nullptr), nullptr);
+  EXPECT_STREQ(PSGetErrorStr(nullptr), "");
+  PSClose(nullptr);
+  // Nothing happened, and the page goes on.
+  EXPECT_EQ(converter.convert("setlinewidth "), before);
+  EXPECT_EQ(converter.convert(""), "");
+  length = 0;
+  EXPECT_STREQ(PSConvertToPdf(converter.handle, nullptr, &length), "");
+}
+
 TEST(Calls, KeepTheLastFailure) {
   Converter converter;
   Converter other;

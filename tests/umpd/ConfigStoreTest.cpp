@@ -53,13 +53,12 @@ TEST_F(ConfigStoreTest, SectionLinesGoToMapAndRegistry) {
                {u"number2", u"4294967297", u"1", 4},
                {u"spaced", u"1 2", u"1 2", 1}};
   for (const auto& each : cases) {
-    ASSERT_NE(settings_.params.find(each.name), nullptr);
-    EXPECT_EQ(*settings_.params.find(each.name), each.inMap);
+    EXPECT_EQ(settings_.params.find(each.name), each.inMap);
     EXPECT_EQ(stored(each.name), each.inRegistry);
     EXPECT_EQ(machine_.registry.value(key_, each.name)->type, each.type);
   }
   EXPECT_EQ(stored(u"empty"), u"old");
-  EXPECT_EQ(settings_.params.find(u"no value"), nullptr);
+  EXPECT_EQ(settings_.params.find(u"no value"), std::nullopt);
 }
 
 TEST_F(ConfigStoreTest, ASectionCountsByItsEntriesNotByTheirUse) {
@@ -119,7 +118,7 @@ TEST_F(ConfigStoreTest, EveryFailureIsQuiet) {
       each.openPrinterKey(keyRead);
     }
     calls = fresh.machine.journal.calls().size();
-    fresh.platform.process = {};  // gives back what the process keeps for its life
+    fresh.platform.process.reset();  // gives back what the process keeps for its life
     EXPECT_EQ(fresh.openHandles(), 0u) << n;
     EXPECT_TRUE(fresh.machine.messages.boxes.empty()) << n;
   }

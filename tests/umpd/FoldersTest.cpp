@@ -16,7 +16,7 @@ TEST_F(OnMachine, TheDriverDirectoryHasItsVersionsSubdirectory) {
   machine_.spooler.driverDirectoryPath = u"D:\\drv";
   for (const auto& each : cases) {
     simulated_.become(each.release);
-    platform_.process = {};
+    platform_.process.reset();
     EXPECT_EQ(getDriverDirectory(platform_, 260), each.directory);
     EXPECT_EQ(machine_.journal.last("driverDirectory"), each.call);
   }
@@ -32,7 +32,7 @@ TEST_F(OnMachine, TheDriverDirectoryIsAskedForOnce) {
   machine_.spooler.driverDirectoryPath = u"D:\\elsewhere";
   EXPECT_EQ(getDriverDirectory(platform_, 9), u"D:\\drv\\3\\");
   EXPECT_EQ(machine_.journal.count("driverDirectory"), 2u);
-  platform_.process = {};
+  platform_.process.reset();
   machine_.spooler.driverDirectoryPath.clear();
   EXPECT_EQ(getDriverDirectory(platform_, 260), std::nullopt);
 }

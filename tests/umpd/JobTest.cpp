@@ -286,6 +286,46 @@ TEST_F(JobTest, ARecordInUseOutlivesItsEnd) {
   EXPECT_EQ(m_.leaks(), 0u);
 }
 
+// As of other threads, while the end waits for the jobs' lock and while it works.
+TEST_F(JobTest, WhileItEndsItsSettingsCanBeReadAndNoMore) {
+  m_.set(u"imageDPI", u"600");
+  const JobHandle job = byHandle(m_);
+  writeText(m_, job, "x");
+  int looks = 0;
+  const auto look = [&] {
+    ++looks;
+    char16_t title[2000] = {};
+    EXPECT_EQ(getIntVal(m_.records, &recordOf(job), u"imageDPI", 5), 600u);
+    EXPECT_EQ(getStringVal(m_.records, &recordOf(job), u"pdfaXML", title, 2000, nullptr), 1u);
+    EXPECT_NE(narrow(title).find("Re%20port.doc<"), std::string::npos);
+    EXPECT_EQ(m_.boxes(), "");
+    EXPECT_EQ(DocEnd(m_.records, job), 0u);
+    EXPECT_EQ(writeText(m_, job, "y"), 0u);
+    EXPECT_EQ(m_.boxes(), "Error|DocEnd invalid parms\nError|DocWrite invalid parms\n");
+    m_.machine.messages.boxes.clear();
+  };
+  m_.journal.before("wait", [&] {
+    m_.journal.before("wait", [] {});
+    m_.stopLauncher();
+    look();
+  });
+  m_.journal.before("setJob", look);
+  EXPECT_EQ(DocEnd(m_.records, job), 1u);
+  EXPECT_EQ(looks, 2);
+  EXPECT_EQ(m_.machine.files.content(m_.file), "x");
+  EXPECT_EQ(getIntVal(m_.records, &recordOf(job), u"imageDPI", 5), 5u);
+  EXPECT_EQ(m_.leaks(), 0u);
+}
+
+// Whatever ends it, its lock is free for the next one.
+TEST_F(JobTest, ATitleThatNamesADeviceIsPrinted) {
+  const JobHandle job = DocStart2K(m_.records, m_.officeHandle, m_.jobNumber, nullptr, u"NUL.doc");
+  EXPECT_EQ(writeText(m_, job, "x"), 1u);
+  EXPECT_TRUE(m_.lockIsFree());
+  EXPECT_EQ(DocEnd(m_.records, job), 1u);
+  EXPECT_EQ(m_.machine.files.content(u"C:\\out\\_NUL.pdf"), "x");
+}
+
 TEST(Job, IsAnnouncedWithoutItsFileToo) {
   for (const bool inTrouble : {false, true}) {
     PrintingMachine m(windows7);

@@ -101,6 +101,20 @@ TEST_F(LauncherProxyTest, ReportsWhatFails) {
   EXPECT_EQ(simulated_.openHandles(), 0u);
 }
 
+// Any program of the user can make an object of that name before the launcher does.
+TEST_F(LauncherProxyTest, AMappingThatIsTooSmallIsNotWrittenTo) {
+  launcherRuns();
+  SimulatedObject& mapping = *objects_.find(base_ + u"_sm");
+  mapping.committed = false;
+  EXPECT_FALSE(proxy_.startprint(u"Office"));
+  mapping.committed = true;
+  mapping.bytes.resize(1302);
+  EXPECT_FALSE(proxy_.stopprint(u"a", u"b", u"c"));
+  EXPECT_EQ(machine_.journal.count("createEvent"), 0u);
+  mapping.bytes.resize(1303);
+  EXPECT_TRUE(proxy_.startprint(u"Office"));
+}
+
 TEST_F(LauncherProxyTest, ATimeOutIsTheOnlyFailureOfTheWait) {
   launcherRuns(false);
   Channel channel(platform_, u"tqpsend", 500);

@@ -341,18 +341,19 @@ TEST_P(PlatformContract, AMutexIsHeldAsOftenAsItWasWaitedFor) {
 TEST_P(PlatformContract, ViewsOfAMappingShowOneMemory) {
   const OwnedObject made = objects_.createMapping(nullptr, u"Local\\contract_sm", 1303);
   ASSERT_TRUE(made);
-  const OwnedView first = objects_.mapView(made.get());
+  const OwnedView first = objects_.mapView(made.get(), 1303);
   ASSERT_TRUE(first);
   EXPECT_EQ(std::count(first.get(), first.get() + 1303, std::byte{0}), 1303);
   OwnedView second;
   {
     const OwnedObject opened = objects_.openMapping(u"Local\\contract_sm");
-    second = objects_.mapView(opened.get());
+    second = objects_.mapView(opened.get(), 1303);
   }
   ASSERT_TRUE(second) << "and it outlives the handle that it came from";
   second.get()[1302] = std::byte{7};
   EXPECT_EQ(first.get()[1302], std::byte{7});
-  EXPECT_FALSE(objects_.mapView(ObjectHandle{0x1234567}));
+  EXPECT_FALSE(objects_.mapView(ObjectHandle{0x1234567}, 1));
+  EXPECT_FALSE(objects_.mapView(made.get(), 5000)) << "more than the mapping's one page";
 }
 
 TEST_P(PlatformContract, FilesAreWrittenAndShared) {
@@ -386,6 +387,15 @@ TEST_P(PlatformContract, FilesAreWrittenAndShared) {
   uint32_t written = 9;
   EXPECT_FALSE(files_.write(invalidFile, {}, written));
   files_.close(invalidFile);
+}
+
+TEST_P(PlatformContract, DevicesHaveNamesInEveryDirectory) {
+  for (const char16_t* device : {u"con", u"NUL.doc", u"com1 .1.pdf", u"Lpt9.pdf"}) {
+    EXPECT_TRUE(files_.attributes(inFolder(device))) << testing::PrintToString(device);
+  }
+  for (const char16_t* name : {u"_con.pdf", u"con1.pdf", u"com0", u"x.con"}) {
+    EXPECT_FALSE(files_.attributes(inFolder(name))) << testing::PrintToString(name);
+  }
 }
 
 TEST_P(PlatformContract, DirectoriesAreMadeOneAtATime) {

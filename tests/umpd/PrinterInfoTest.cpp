@@ -39,32 +39,45 @@ TEST_F(PrinterInfoTest, TheReaderKeepsOneRecordAndDropsItOnFailure) {
 }
 
 TEST_F(PrinterInfoTest, AllJobsCountsWhatThePrinterCounts) {
-  EXPECT_TRUE(getAllJobs(platform_, handle_).empty());
+  EXPECT_EQ(getAllJobs(platform_, handle_).count, 0u);
   EXPECT_EQ(machine_.journal.count("jobsSize"), 0u);
   printer_.jobs = {job(1, 1), job(2, 2), job(3, 3)};
-  EXPECT_EQ(getAllJobs(platform_, handle_).size(), 3u);
+  EXPECT_EQ(getAllJobs(platform_, handle_).listed.size(), 3u);
 
   machine_.journal.before("jobs", [&] { printer_.jobs.resize(1); });
   const auto shrunk = getAllJobs(platform_, handle_);
-  ASSERT_EQ(shrunk.size(), 3u);
-  EXPECT_EQ(shrunk[0].jobId, 1u);
-  EXPECT_EQ(shrunk[2].jobId, 0u);
-  EXPECT_FALSE(shrunk[2].document);
+  EXPECT_EQ(shrunk.count, 3u);
+  ASSERT_EQ(shrunk.listed.size(), 1u);
+  EXPECT_EQ(shrunk.listed[0].jobId, 1u);
 
   machine_.journal.before("jobs", [] {});
   machine_.journal.before("jobsSize", [&] { printer_.jobs.push_back(job(4, 4)); });
   const auto grown = getAllJobs(platform_, handle_);
-  ASSERT_EQ(grown.size(), 1u) << "the one that came meanwhile is left out";
-  EXPECT_EQ(grown[0].jobId, 1u);
+  ASSERT_EQ(grown.listed.size(), 1u) << "the one that came meanwhile is left out";
+  EXPECT_EQ(grown.listed[0].jobId, 1u);
+}
+
+TEST_F(PrinterInfoTest, AnAbsurdNumberOfJobsCostsNoMemory) {
+  printer_.jobs = {job(1, 1), job(2, 2, 1)};
+  PrinterSettings settings(platform_);
+  settings.setPrinterName(u"Office");
+  for (const uint32_t absurd : {0x7FFFFFFFu, 0xFFFFFFFFu}) {
+    printer_.reportedJobs = absurd;
+    EXPECT_EQ(getAllJobs(platform_, handle_).count, absurd);
+    EXPECT_EQ(getAllJobs(platform_, handle_).listed.size(), 2u);
+    EXPECT_FALSE(checkJobStatus(platform_, handle_, 2));
+    std::u16string document;
+    EXPECT_EQ(getCurrentPrintJobDocName(settings, document), 2u);
+  }
 }
 
 TEST_F(PrinterInfoTest, AnyFailureMeansNoJobs) {
   printer_.jobs = {job(1, 1)};
   for (size_t n = 1; n <= 4; ++n) {
     machine_.journal.failCall(n);
-    EXPECT_TRUE(getAllJobs(platform_, handle_).empty()) << n;
+    EXPECT_EQ(getAllJobs(platform_, handle_).count, 0u) << n;
   }
-  EXPECT_EQ(getAllJobs(platform_, handle_).size(), 1u);
+  EXPECT_EQ(getAllJobs(platform_, handle_).count, 1u);
 }
 
 TEST_F(PrinterInfoTest, TheJobInHandIsTheFirstOfTheHighestPosition) {

@@ -19,7 +19,7 @@ const std::u16string driverFolder = u"C:\\windows\\system32\\spool\\drivers\\x64
 class PrinterSettingsTest : public OnMachine {
  protected:
   std::string inMap(std::u16string_view key, const PrinterSettings* of = nullptr) {
-    const std::u16string* value = (of ? *of : settings_).params.find(key);
+    const std::optional<std::u16string> value = (of ? *of : settings_).params.find(key);
     return value ? narrow(*value) : "(none)";
   }
   SimulatedRegistry& registry_ = machine_.registry;

@@ -142,6 +142,42 @@ TEST(SetFilename, EachCollisionWorksOnTheLastDotWithinTheRoom) {
   EXPECT_EQ(naming.name("abcdefgh", 16), "C:\\out\\abcd.19.");
 }
 
+// A device's name exists in every directory, whatever number is put into it.
+TEST(SetFilename, ANameOfADeviceGetsAnUnderscore) {
+  const std::pair<const char*, const char*> cases[] = {{"con", "C:\\out\\_con.pdf"},
+                                                       {"Editor - NUL.doc", "C:\\out\\_NUL.pdf"},
+                                                       {"com1 .doc", "C:\\out\\_com1 .pdf"},
+                                                       {"lpt9.a.b", "C:\\out\\_lpt9.a.pdf"}};
+  for (const auto& [document, path] : cases) {
+    Naming naming;
+    EXPECT_EQ(naming.name(document), path);
+    EXPECT_TRUE(naming.succeeded);
+    EXPECT_EQ(naming.simulated.machine.journal.count("random"), 99u);
+  }
+  // Without a directory the directory of that name is there already.
+  Naming naming("SaveFilenameAction=1|DefaultSaveDir=|DefaultSaveFilename=c:aux.x");
+  EXPECT_EQ(naming.name(""), "c:_aux.x");
+  // Room for the underscore there is none.
+  EXPECT_EQ(Naming().name("con", 15).size(), 14u);
+}
+
+TEST(SetFilename, TriesAThousandNamesAndNoMore) {
+  for (const int existing : {99, 100, 999, 1000}) {
+    Naming naming;
+    Journal& journal = naming.simulated.machine.journal;
+    // A busy folder: others have each name as soon as this job thinks of it.
+    journal.before("attributes", [&] {
+      const std::u16string path = journal.last("attributes");
+      if (journal.count("seed") != 0 && journal.count("random") < static_cast<size_t>(existing)) {
+        naming.simulated.machine.files.addFile(path, "");
+      }
+    });
+    const std::string name = naming.name("x");
+    EXPECT_EQ(name.starts_with("C:\\out\\_x."), existing >= 100) << name;
+    EXPECT_EQ(naming.succeeded, existing < 999) << existing;
+  }
+}
+
 TEST(SetFilename, GivesUpARandomNameAfterElevenTries) {
   Naming naming("SaveFilenameAction=4");
   naming.add("C:\\out\\17.pdf");

@@ -49,8 +49,8 @@ TEST_F(OnMachine, StringMapFoldsKeysAsAsciiOnly) {
   EXPECT_TRUE(map.set(u"\u00C4", u"capital"));
   ASSERT_EQ(map.pairs().size(), 3u);
   EXPECT_EQ(map.pairs()[0].key, u"printerName");
-  EXPECT_EQ(*map.find(u"PrinterName"), u"b");
-  EXPECT_EQ(map.find(u"printer"), nullptr);
+  EXPECT_EQ(map.find(u"PrinterName"), u"b");
+  EXPECT_EQ(map.find(u"printer"), std::nullopt);
 }
 
 TEST_F(OnMachine, StringMapLosesTheHundredAndNinetyFirstKey) {
@@ -62,9 +62,9 @@ TEST_F(OnMachine, StringMapLosesTheHundredAndNinetyFirstKey) {
   EXPECT_FALSE(map.set(u"one more", u"x"));
   EXPECT_EQ(machine_.messages.debugOutput,
             std::vector<std::u16string>{u"Help!! too many parms \n"});
-  EXPECT_EQ(map.find(u"one more"), nullptr);
+  EXPECT_EQ(map.find(u"one more"), std::nullopt);
   EXPECT_TRUE(map.set(u"K189", u"new"));
-  EXPECT_EQ(*map.find(u"k189"), u"new");
+  EXPECT_EQ(map.find(u"k189"), u"new");
   map.clear();
   EXPECT_TRUE(map.set(u"one more", u"x"));
 }

@@ -114,7 +114,7 @@ TEST_F(UserHiveTest, TheControllerIsLookedUpOnceASession) {
   EXPECT_EQ(getDomainControllerName(platform_), u"\\\\DC1");
   EXPECT_EQ(state(), std::byte{'r'});
   EXPECT_EQ(machine_.journal.last("createMapping"), u"Local\\DomainControllerData");
-  platform_.process = {};
+  platform_.process.reset();
   EXPECT_EQ(machine_.objects.find(record), nullptr) << "nobody holds it any more";
   setState(std::byte{'r'}, u"\\\\KNOWN");
   EXPECT_EQ(getDomainControllerName(platform_), u"\\\\KNOWN");
@@ -127,7 +127,7 @@ TEST_F(UserHiveTest, TheControllerIsLookedUpOnceASession) {
 TEST_F(UserHiveTest, ANameNeedsADomainTheCallAndTheRecord) {
   EXPECT_EQ(getDomainControllerName(platform_), u"");
   EXPECT_EQ(state(), std::byte{'r'});
-  platform_.process = {};
+  platform_.process.reset();
   machine_.accounts.controller = u"\\\\DC1";
   machine_.modules.present[u"netapi32.dll"].erase("NetApiBufferFree");
   EXPECT_EQ(getDomainControllerName(platform_), u"");
@@ -137,7 +137,7 @@ TEST_F(UserHiveTest, ANameNeedsADomainTheCallAndTheRecord) {
   EXPECT_EQ(state(), std::byte{0});
   machine_.modules.present[u"netapi32.dll"] = {"NetGetDCName", "NetApiBufferFree"};
   machine_.accounts.controller = std::u16string(300, u'd');
-  platform_.process = {};
+  platform_.process.reset();
   for (const auto* operation : {"mapView", "createMapping"}) {
     machine_.journal.failAlways(operation);
     EXPECT_EQ(getDomainControllerName(platform_), u"");

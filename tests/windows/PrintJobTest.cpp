@@ -228,6 +228,50 @@ TEST_F(PrintJob, IsUnknownOnceEndedAsAnyOtherNumber) {
   EXPECT_EQ(files(), 0u);
 }
 
+// Such a file exists in every folder, and has no end of names: see what is printed.
+TEST_F(PrintJob, MayBeNamedAfterADevice) {
+  set(L"FinishPrintEv", 1);
+  for (const wchar_t* title : {L"con", L"NUL.doc", L"Editor - com1 .doc"}) {
+    ASSERT_TRUE(print("a", title)) << title;
+  }
+  EXPECT_EQ(contentOf(folder_ / L"_con.pdf"), "aa");
+  EXPECT_EQ(contentOf(folder_ / L"_NUL.pdf"), "aa");
+  EXPECT_EQ(contentOf(folder_ / L"_com1 .pdf"), "aa");
+}
+
+// Each thread prints jobs of its own, while another converts pages.
+TEST_F(PrintJob, OfOneThreadDoesNotDisturbOthers) {
+  set(L"FinishPrintEv", 1);
+  constexpr int jobsOfEach = 5;
+  const SpoolJob spooled(printerName, L"Page");
+  const auto printAll = [&](char letter) {
+    const std::string text(3000, letter);
+    for (int i = 0; i < jobsOfEach; ++i) {
+      const uint32_t job = DocStart2K(spooled.printer, spooled.id, nullptr, L"Page");
+      EXPECT_EQ(write(job, text), 1u);
+      EXPECT_EQ(getIntVal(widened(job), L"FinishPrintEv", 0), 1u);
+      EXPECT_EQ(write(job, text), 1u);
+      EXPECT_EQ(DocEnd(job), 1u);
+    }
+  };
+  std::thread first(printAll, 'a');
+  std::thread second(printAll, 'b');
+  const float matrix[] = {1, 0, 0, 1, 0, 0};
+  for (int i = 0; i < 200; ++i) {
+    void* const converter = PSOpen(matrix);
+    int32_t length = -1;
+    EXPECT_STREQ(PSConvertToPdf(converter, "5 setlinewidth ", &length), "5 w ");
+    PSClose(converter);
+  }
+  first.join();
+  second.join();
+  EXPECT_EQ(files(), size_t{2 * jobsOfEach});
+  for (const auto& entry : fs::directory_iterator(folder_)) {
+    const std::string content = contentOf(entry.path());
+    EXPECT_EQ(content, std::string(6000, content[0])) << entry.path();
+  }
+}
+
 TEST_F(PrintJob, SignalsItsEndWithoutALauncher) {
   set(L"FinishPrintEv", 1);
   const HANDLE finished = CreateEventW(nullptr, FALSE, FALSE, L"Local\\FinishPrintEv");

@@ -54,4 +54,11 @@ bool Registry::writeDword(KeyHandle key, const std::u16string& name, uint32_t va
   return writeValue(key, name, registryDword, std::as_bytes(std::span(&value, 1)));
 }
 
+void ProcessState::reset() {
+  driverDirectory.clear();
+  domainControllerView.reset();
+  domainControllerMapping.reset();
+  randomSeeded = false;
+}
+
 }  // namespace umpd

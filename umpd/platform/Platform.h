@@ -11,8 +11,10 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <mutex>
 #include <optional>
 #include <span>
 #include <string>
@@ -68,6 +70,7 @@ using OwnedModule = Owned<Modules, ModuleHandle>;
 class Modules {
  public:
   virtual ~Modules() = default;
+  // A library of the system, by the name of its file. One of that name elsewhere is not seen.
   virtual OwnedModule load(const std::u16string& name) = 0;
   virtual FunctionAddress find(ModuleHandle module, const char* function) = 0;
   virtual void close(ModuleHandle module) = 0;
@@ -313,8 +316,9 @@ class NamedObjects {
   virtual OwnedObject createMapping(const SecurityAttributes* security, const std::u16string& name,
                                     uint32_t size) = 0;
   virtual OwnedObject openMapping(const std::u16string& name) = 0;
-  // The whole mapping, to read and write.
-  virtual OwnedView mapView(ObjectHandle mapping) = 0;
+  // The whole mapping, to read and write. Others may have made it: none if it has less than `size`
+  // bytes of committed memory.
+  virtual OwnedView mapView(ObjectHandle mapping, size_t size) = 0;
   virtual void close(ObjectHandle object) = 0;
   virtual void close(std::byte* view) = 0;
 };
@@ -491,10 +495,17 @@ class LowMemory {
 // What the front end remembers for as long as its process lives. It stands here and not in statics,
 // so that whoever makes a platform makes a fresh process.
 struct ProcessState {
+  // Guards the driver directory.
+  std::mutex directoryMutex;
   std::u16string driverDirectory;  // with its version subdirectory; empty: not known yet
+  // Guards the mapping, and keeps the process's threads apart in its record.
+  std::mutex domainControllerMutex;
   OwnedObject domainControllerMapping;
   OwnedView domainControllerView;
-  bool randomSeeded = false;
+  std::atomic<bool> randomSeeded = false;
+
+  // As if the process began anew.
+  void reset();
 };
 
 struct Platform {

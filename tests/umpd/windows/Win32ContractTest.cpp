@@ -90,6 +90,27 @@ std::unique_ptr<ContractMachine> makeWin32Machine() {
   return std::make_unique<Win32ContractMachine>(std::make_unique<Win32Platform>());
 }
 
+// Whoever can put a file beside the program, or into the current directory, cannot have it loaded.
+TEST(Win32Modules, ComeFromTheSystemsDirectoryOnly) {
+  namespace fs = std::filesystem;
+  wchar_t path[MAX_PATH] = {};
+  GetSystemDirectoryW(path, MAX_PATH);
+  const fs::path library = fs::path(path) / L"version.dll";
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  const fs::path planted[] = {fs::path(path).replace_filename(L"planted.dll"),
+                              fs::current_path() / L"planted.dll"};
+  Win32Modules modules;
+  for (const fs::path& each : planted) {
+    fs::copy_file(library, each, fs::copy_options::overwrite_existing);
+    const HMODULE found = LoadLibraryW(L"planted.dll");
+    EXPECT_NE(found, nullptr) << "the bait is no library";
+    FreeLibrary(found);
+    EXPECT_FALSE(modules.load(u"planted.dll"));
+    fs::remove(each);
+  }
+  EXPECT_TRUE(modules.load(u"version.dll"));
+}
+
 INSTANTIATE_TEST_SUITE_P(Win32, PlatformContract, testing::Values(makeWin32Machine));
 
 }  // namespace

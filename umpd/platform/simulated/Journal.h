@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,29 +19,36 @@ namespace umpd {
 class Journal {
  public:
   struct Call {
-    std::string operation;
+    std::string_view operation;
     std::u16string detail;
   };
 
+  Journal() { keepSpare(); }
+
+  // Names of operations are literals: they are kept as they come.
   // Enters an operation that cannot fail.
-  void note(const std::string& operation, std::u16string_view detail = {});
+  void note(std::string_view operation, std::u16string_view detail = {});
   // Enters an operation; false if it shall fail now.
-  bool may(const std::string& operation, std::u16string_view detail = {});
+  bool may(std::string_view operation, std::u16string_view detail = {});
+  // Enters an operation that gives something back. It takes no memory, as the system's calls for
+  // that take none: destructors make it when there is none left.
+  void noteReturn(std::string_view operation);
+  bool mayReturn(std::string_view operation);
   // Gives false, for `return fails(error)`.
   bool fails(uint32_t error);
 
   // The n-th operation from now that can fail, counted from 1; 0 for none.
   void failCall(size_t n) { countdown_ = n; }
   // Which one it was; empty as long as it has not come.
-  const std::string& pickedOperation() const { return failed_; }
+  std::string_view pickedOperation() const { return failed_; }
   // All operations of a name, until told otherwise.
-  void failAlways(const std::string& operation, bool fail = true) { failing_[operation] = fail; }
-  void before(const std::string& operation, std::function<void()> hook);
+  void failAlways(std::string_view operation, bool fail = true) { failing_[operation] = fail; }
+  void before(std::string_view operation, std::function<void()> hook);
 
   const std::vector<Call>& calls() const { return log_; }
-  size_t count(const std::string& operation) const;
+  size_t count(std::string_view operation) const;
   // The detail of an operation's last call; empty if there was none.
-  std::u16string last(const std::string& operation) const;
+  std::u16string last(std::string_view operation) const;
   void clear() { log_.clear(); }
 
   uintptr_t newHandle() { return nextHandle_ += 4; }
@@ -51,11 +59,16 @@ class Journal {
   static constexpr uint32_t deviceNotFunctioning = 31;
 
  private:
+  void keepSpare();
+  void runHook(std::string_view operation);
+  bool isPicked(std::string_view operation);
+
   std::vector<Call> log_;
-  std::map<std::string, std::function<void()>> hooks_;
-  std::map<std::string, bool> failing_;
+  // Shared, so that a hook that sets another lives to its own end.
+  std::map<std::string_view, std::shared_ptr<std::function<void()>>> hooks_;
+  std::map<std::string_view, bool> failing_;
   size_t countdown_ = 0;
-  std::string failed_;
+  std::string_view failed_;
   uintptr_t nextHandle_ = 0x100;
 };
 

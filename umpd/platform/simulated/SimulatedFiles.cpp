@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <set>
+#include <string_view>
 
 #include "umpd/platform/WideText.h"
 
@@ -19,6 +21,21 @@ constexpr uint32_t errorInvalidName = 123;
 constexpr uint32_t errorAlreadyExists = 183;
 
 constexpr size_t systemDirectoryLimit = 260;
+
+constexpr uint32_t archiveAttribute = 0x20;
+
+// Devices have names in every directory, whatever extension follows: "C:\\out\\con.pdf" is one.
+bool isDeviceName(std::u16string_view path) {
+  static const std::set<std::u16string_view> devices = {
+      u"con",  u"prn",  u"aux",  u"nul",  u"com1", u"com2", u"com3", u"com4",
+      u"com5", u"com6", u"com7", u"com8", u"com9", u"lpt1", u"lpt2", u"lpt3",
+      u"lpt4", u"lpt5", u"lpt6", u"lpt7", u"lpt8", u"lpt9"};
+  std::u16string_view name = path.substr(path.rfind(u'\\') + 1);
+  name.remove_prefix(name.size() > 1 && name[1] == u':' ? 2 : 0);
+  name = name.substr(0, name.find_first_of(u".:"));
+  name = name.substr(0, name.find_last_not_of(u' ') + 1);
+  return devices.count(name) != 0;
+}
 
 bool isValidName(const std::u16string& path) {
   return std::none_of(path.begin(), path.end(), [](char16_t c) {
@@ -133,7 +150,7 @@ bool SimulatedFiles::seekToEnd(FileHandle file) {
 }
 
 void SimulatedFiles::close(FileHandle file) {
-  journal_.note("closeFile");
+  journal_.noteReturn("closeFile");
   handles_.erase(file);
 }
 
@@ -160,9 +177,13 @@ std::optional<uint32_t> SimulatedFiles::attributes(const std::u16string& path) {
   if (!journal_.may("attributes", path)) {
     return std::nullopt;
   }
-  const auto found = nodes_.find(normalized(path));
+  const std::u16string name = normalized(path);
+  const auto found = nodes_.find(name);
   if (!path.empty() && found != nodes_.end()) {
     return found->second.attributes;
+  }
+  if (isDeviceName(name)) {
+    return archiveAttribute;
   }
   journal_.fails(path.empty() ? errorPathNotFound : errorFileNotFound);
   return std::nullopt;

@@ -11,6 +11,7 @@ using Kind = SimulatedObject::Kind;
 
 constexpr uint32_t errorFileNotFound = 2;
 constexpr uint32_t errorInvalidHandle = 6;
+constexpr uint32_t errorInvalidParameter = 87;
 constexpr uint32_t errorNotOwner = 288;
 constexpr uint32_t errorInvalidSecurityDescriptor = 1338;
 constexpr std::u16string_view sessionPrefix = u"Local\\";
@@ -95,7 +96,7 @@ bool SimulatedSecurity::setSacl(DescriptorHandle descriptor, AclHandle sacl) {
 }
 
 void SimulatedSecurity::close(DescriptorHandle descriptor) {
-  journal_.note("freeDescriptor");
+  journal_.noteReturn("freeDescriptor");
   descriptors_.erase(descriptor);
 }
 
@@ -190,7 +191,7 @@ OwnedObject SimulatedObjects::openMutex(const std::u16string& name) {
 }
 
 bool SimulatedObjects::releaseMutex(ObjectHandle mutex) {
-  if (!journal_.may("releaseMutex")) {
+  if (!journal_.mayReturn("releaseMutex")) {
     return false;
   }
   SimulatedObject* found = opened(mutex, Kind::mutex);
@@ -273,7 +274,7 @@ OwnedObject SimulatedObjects::openMapping(const std::u16string& name) {
   return open("openMapping", Kind::mapping, name);
 }
 
-OwnedView SimulatedObjects::mapView(ObjectHandle mapping) {
+OwnedView SimulatedObjects::mapView(ObjectHandle mapping, size_t size) {
   if (!journal_.may("mapView")) {
     return {};
   }
@@ -281,18 +282,22 @@ OwnedView SimulatedObjects::mapView(ObjectHandle mapping) {
     return {};
   }
   auto& object = handles_[mapping];
+  if (object->bytes.size() < size || !object->committed) {
+    journal_.fails(errorInvalidParameter);
+    return {};
+  }
   std::byte* const view = object->bytes.data();
   views_.emplace(view, object);
   return OwnedView(*this, view);
 }
 
 void SimulatedObjects::close(ObjectHandle object) {
-  journal_.note("closeObject");
+  journal_.noteReturn("closeObject");
   handles_.erase(object);
 }
 
 void SimulatedObjects::close(std::byte* view) {
-  journal_.note("unmapView");
+  journal_.noteReturn("unmapView");
   if (const auto found = views_.find(view); found != views_.end()) {
     views_.erase(found);
   }

@@ -61,6 +61,7 @@ struct SimulatedObject {
   bool heldElsewhere = false;    // a mutex
   bool abandoned = false;        // a mutex whose holder died
   std::vector<std::byte> bytes;  // of a mapping
+  bool committed = true;         // a mapping: there is memory behind it
   uint32_t exitCode = 0;         // of a process
   // What the maker passed, and the label that it led to; no length if there was nothing.
   uint32_t securityLength = 0;
@@ -83,7 +84,7 @@ class SimulatedObjects : public NamedObjects {
   OwnedObject createMapping(const SecurityAttributes* security, const std::u16string& name,
                             uint32_t size) override;
   OwnedObject openMapping(const std::u16string& name) override;
-  OwnedView mapView(ObjectHandle mapping) override;
+  OwnedView mapView(ObjectHandle mapping, size_t size) override;
   void close(ObjectHandle object) override;
   void close(std::byte* view) override;
 

@@ -188,7 +188,7 @@ RegistryValue SimulatedRegistry::enumerateValue(KeyHandle key, uint32_t index, s
 }
 
 void SimulatedRegistry::close(KeyHandle key) {
-  journal_.note("closeKey");
+  journal_.noteReturn("closeKey");
   handles_.erase(key);
 }
 

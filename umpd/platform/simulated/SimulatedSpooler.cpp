@@ -41,7 +41,8 @@ uint32_t sizeOf(std::span<const JobInfo> jobs) {
 }
 
 PrinterInfo infoOf(const SimulatedPrinter& printer) {
-  return {printer.name, printer.port, printer.driver, static_cast<uint32_t>(printer.jobs.size())};
+  return {printer.name, printer.port, printer.driver,
+          printer.reportedJobs.value_or(static_cast<uint32_t>(printer.jobs.size()))};
 }
 
 // No buffer is too small for nothing.
@@ -113,7 +114,7 @@ OwnedPrinter SimulatedSpooler::openPrinter(const std::u16string& name, const Dev
 }
 
 void SimulatedSpooler::close(PrinterHandle printer) {
-  journal_.note("closePrinter");
+  journal_.noteReturn("closePrinter");
   handles_.erase(printer);
 }
 
@@ -264,7 +265,7 @@ TokenHandle SimulatedSpooler::revertToPrinterSelf(FunctionAddress /*call*/) {
 }
 
 bool SimulatedSpooler::impersonatePrinterClient(FunctionAddress /*call*/, TokenHandle token) {
-  if (!journal_.may("impersonatePrinterClient")) {
+  if (!journal_.mayReturn("impersonatePrinterClient")) {
     return false;
   }
   if (token != clientToken) {

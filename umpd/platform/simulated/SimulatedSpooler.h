@@ -19,7 +19,8 @@ struct SimulatedPrinter {
   std::optional<std::u16string> port;
   std::optional<std::u16string> driver;
   std::vector<JobInfo> jobs;
-  std::vector<std::byte> received;  // by writePrinter
+  std::optional<uint32_t> reportedJobs;  // in the printer's record, if not as many as there are
+  std::vector<std::byte> received;       // by writePrinter
 };
 
 class SimulatedSpooler : public Spooler {

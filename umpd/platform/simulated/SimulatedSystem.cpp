@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 #include "umpd/platform/LowPages.h"
 #include "umpd/platform/WideText.h"
@@ -80,7 +81,7 @@ FunctionAddress SimulatedModules::find(ModuleHandle module, const char* function
 }
 
 void SimulatedModules::close(ModuleHandle module) {
-  journal_.note("freeModule");
+  journal_.noteReturn("freeModule");
   loaded_.erase(module);
 }
 
@@ -262,17 +263,22 @@ OwnedLowBlock SimulatedMemory::allocate(size_t size) {
   if (!journal_.may("allocateLow")) {
     return {};
   }
+  // The entry comes first: when there is no memory for it, there are no pages to give back.
+  std::map<std::byte*, size_t> entry{{nullptr, size}};
+  auto node = entry.extract(nullptr);
   std::byte* const block = allocateLowPages(size);
   if (block) {
-    sizes_[block] = size;
+    node.key() = block;
+    sizes_.insert(std::move(node));
   }
   return OwnedLowBlock(*this, block);
 }
 
 void SimulatedMemory::close(std::byte* block) {
-  journal_.note("freeLow");
-  freeLowPages(block, sizes_[block]);
-  sizes_.erase(block);
+  journal_.noteReturn("freeLow");
+  const auto found = sizes_.find(block);
+  freeLowPages(block, found->second);
+  sizes_.erase(found);
 }
 
 }  // namespace umpd

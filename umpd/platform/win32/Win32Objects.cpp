@@ -131,9 +131,20 @@ OwnedObject Win32Objects::openMapping(const std::u16string& name) {
   return owned(*this, OpenFileMappingW(mappingAccess, FALSE, wide(name)));
 }
 
-OwnedView Win32Objects::mapView(ObjectHandle mapping) {
-  return OwnedView(
-      *this, static_cast<std::byte*>(MapViewOfFile(as<HANDLE>(mapping), viewAccess, 0, 0, 0)));
+OwnedView Win32Objects::mapView(ObjectHandle mapping, size_t size) {
+  OwnedView view(*this,
+                 static_cast<std::byte*>(MapViewOfFile(as<HANDLE>(mapping), viewAccess, 0, 0, 0)));
+  if (!view) {
+    return {};
+  }
+  // The view's first region are its pages of one state, in whole pages.
+  MEMORY_BASIC_INFORMATION region{};
+  const bool known = VirtualQuery(view.get(), &region, sizeof region) != 0;
+  if (!known || region.State != MEM_COMMIT || region.RegionSize < size) {
+    view.reset();
+    SetLastError(ERROR_INVALID_PARAMETER);
+  }
+  return view;
 }
 
 void Win32Objects::close(ObjectHandle object) {

@@ -90,7 +90,7 @@ class Win32Objects : public NamedObjects {
   OwnedObject createMapping(const SecurityAttributes* security, const std::u16string& name,
                             uint32_t size) override;
   OwnedObject openMapping(const std::u16string& name) override;
-  OwnedView mapView(ObjectHandle mapping) override;
+  OwnedView mapView(ObjectHandle mapping, size_t size) override;
   void close(ObjectHandle object) override;
   void close(std::byte* view) override;
 };

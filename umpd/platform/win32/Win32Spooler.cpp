@@ -117,8 +117,8 @@ std::optional<std::vector<JobInfo>> Win32Spooler::jobs(PrinterHandle printer, ui
     return std::nullopt;
   }
   std::vector<JobInfo> jobs;
-  for (DWORD i = 0; i < returned; ++i) {
-    jobs.push_back(infoOf(buffer.records()[i]));
+  for (const auto& record : buffer.records(returned)) {
+    jobs.push_back(infoOf(record));
   }
   return jobs;
 }
@@ -139,8 +139,8 @@ std::optional<std::vector<PrinterInfo>> Win32Spooler::printers(uint32_t size) {
     return std::nullopt;
   }
   std::vector<PrinterInfo> printers;
-  for (DWORD i = 0; i < returned; ++i) {
-    printers.push_back(infoOf(buffer.records()[i]));
+  for (const auto& record : buffer.records(returned)) {
+    printers.push_back(infoOf(record));
   }
   return printers;
 }

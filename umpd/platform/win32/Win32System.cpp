@@ -70,8 +70,17 @@ std::optional<OsVersion> Win32Version::query() {
   return OsVersion{info.dwMajorVersion, info.dwMinorVersion, info.dwPlatformId};
 }
 
+// By its full path: a bare name would be looked for in the program's directory and in the current
+// one too, where anybody may have put a library of that name.
 OwnedModule Win32Modules::load(const std::u16string& name) {
-  return OwnedModule(*this, from<ModuleHandle>(LoadLibraryW(wide(name))));
+  wchar_t directory[nameCapacity] = {};
+  const UINT length = GetSystemDirectoryW(directory, nameCapacity);
+  if (length == 0 || length >= nameCapacity) {
+    return {};
+  }
+  const std::u16string path = text(directory, length) + u'\\' + name;
+  return OwnedModule(*this, from<ModuleHandle>(LoadLibraryExW(wide(path), nullptr,
+                                                              LOAD_WITH_ALTERED_SEARCH_PATH)));
 }
 
 FunctionAddress Win32Modules::find(ModuleHandle module, const char* function) {

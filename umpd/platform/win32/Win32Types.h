@@ -9,6 +9,7 @@
 #include <memory>
 #include <new>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "umpd/platform/Platform.h"
@@ -61,16 +62,25 @@ template <class Record>
 class RecordBuffer {
  public:
   explicit RecordBuffer(DWORD size)
-      : storage_(new (std::nothrow) BYTE[std::max<size_t>(size, sizeof(Record))]()) {
+      : size_(std::max<size_t>(size, sizeof(Record))),
+        storage_(size_ > largestAnswer ? nullptr : new (std::nothrow) BYTE[size_]()) {
     if (!storage_) {
       SetLastError(ERROR_NOT_ENOUGH_MEMORY);
     }
   }
   explicit operator bool() const { return storage_ != nullptr; }
   BYTE* bytes() { return storage_.get(); }
+  // As many as are said to be there, if the buffer has room for them.
+  std::span<const Record> records(DWORD count) const {
+    return {records(), std::min<size_t>(count, size_ / sizeof(Record))};
+  }
   const Record* records() const { return reinterpret_cast<const Record*>(storage_.get()); }
 
  private:
+  // Beyond this a size is no answer that a spooler would give.
+  static constexpr size_t largestAnswer = size_t{256} << 20;
+
+  size_t size_;
   std::unique_ptr<BYTE[]> storage_;
 };
 
