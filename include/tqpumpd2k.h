@@ -1,21 +1,52 @@
 /*
- * tqpumpd2k: the engine of a print-to-PDF product, in two halves that share a list of objects and
- * no more: the converter and, on Windows, the printer front end. This header is C11 and C++20.
+ * tqpumpd2k: the engine of a print-to-PDF product, in two halves: the converter and, on Windows,
+ * the printer front end, whose calls are at the end of this header. This header is C11 and C++20.
  *
- * The converter takes the PostScript of a page and gives the text of a PDF content stream
+ * The converter takes the PostScript of a page and returns the text of a PDF content stream
  * (ISO 32000-1, 7.8.2), which the caller places in the page that it builds. It is no full
  * interpreter of the PostScript Language Reference: each painting operator becomes PDF text at
- * once, and the rest of the language stands only as far as page descriptions need it.
+ * once, and the rest of the language is there only as far as page descriptions need it.
+ *
+ * To build a program that uses it:
+ *   Debian         cc page.c -o page $(pkg-config --cflags --libs tqpumpd2k)
+ *   CMake          find_package(tqpumpd2k 1 REQUIRED)
+ *                  target_link_libraries(page PRIVATE tqpumpd2k::tqpumpd2k)
+ *   MinGW          x86_64-w64-mingw32-gcc -Iinclude page.c lib/tqpumpd2k.dll.a -o page.exe
+ *   Visual C++     cl /Iinclude page.c lib\tqpumpd2k.lib
  *
  * The order of calls: PSOpen; for each page PSStartPage (which the first page can do without), then
  * PSConvertToPdf as often as the page has pieces; PSGetPdfObjects and PSGetErrorStr at any time;
  * PSClose.
  *
- * Threads: any number of threads may each have converters, and jobs, at the same time; one converter
- * is used by one thread at a time. The list of PDF objects belongs to the process and is guarded.
- * No call throws. No call but PSClose accepts a null handle.
+ * A page ends with white space. Pieces may be cut anywhere, so the last word of a piece waits until
+ * white space or a delimiter says that it is whole: "0 0 moveto 9 9 lineto stroke" strokes nothing
+ * before a line feed follows.
  *
- * The front end stands at the end of this header.
+ * A page that ended unfinished (a string or procedure that is not closed, an image without the rest
+ * of its data) takes what comes next for its own. To see whether it did, run one more piece that
+ * writes something known, "10 systemdict /setmiterlimit get exec\n", and look for "10 M ". Where
+ * the call fails, the open thing took the beginning only, or something else is wrong: run the piece
+ * again. The page was unfinished if it is well then; close the converter, as its state is of no
+ * use.
+ *
+ * What the caller does with the text and the objects:
+ *   - The text is in the coordinates that the program took for its default ones. A page matrix that
+ *     is not the identity goes in front of it, as "a b c d e f cm\n". It may restore more graphics
+ *     states than it saves or fewer: put a "q " in front for each Q too many, and " Q" at the end
+ *     for each q too many. A form XObject of its own is the way to place a figure.
+ *   - Each object becomes an indirect stream under its name in the page's resources, an image in
+ *     /XObject and a pattern in /Pattern. Only the names that the text uses are needed.
+ *   - The stream's dictionary has the record's entries and /Length. With `compress` 1 the data may
+ *     be compressed, and /Filter then says so.
+ *   - A pattern may use patterns that are older: its /Resources, empty in the record, then name
+ *     them. The /Matrix of a pattern leads to the coordinates of the page or form whose content
+ *     uses it, and is to be multiplied by a page matrix that the caller wrote there.
+ *
+ * Threads: any number of threads may each have converters, and jobs, at the same time; one
+ * converter is used by one thread at a time. The list of PDF objects belongs to the process and is
+ * guarded. Two threads that make equal images at the same time may get one object or two.
+ *
+ * No call throws. No call but PSClose accepts a null handle.
  */
 #ifndef TQPUMPD2K_H
 #define TQPUMPD2K_H
@@ -43,7 +74,7 @@ enum { TQP_PATTERN = 1, TQP_IMAGE = 3 };
  * Every pointer is the library's and lives as long as the record. A record never changes, and lives
  * until the library empties its list or is unloaded, and as long as it is handed out (see
  * PSGetPdfObjects); the caller neither changes nor frees nor copies it.
- * The record has private fields behind `source`: only pointers to it are ever handed out.
+ * The record has private fields after `source`: only pointers to it are ever handed out.
  */
 struct PdfObject {
   char* dictionary;    /* NUL-terminated entries of the dictionary, without << and >> */
@@ -64,7 +95,7 @@ typedef struct PdfObject PdfObject;
  *   matrix: six 32-bit floats a b c d e f, the page's default coordinate system in PostScript
  *           order (a point x y goes to ax+cy+e, bx+dy+f). Read during the call only. It is what the
  *           program sees as its default matrix; it is never written to the text.
- * Gives the handle, to be closed with PSClose, or null when there is no memory for it.
+ * Returns the handle, to be closed with PSClose, or null when there is no memory for it.
  */
 TQP_EXPORT void* PSOpen(const float* matrix);
 
@@ -82,25 +113,27 @@ TQP_EXPORT void PSStartPage(void* converter, const float* matrix);
  *   bytes: the PostScript, the caller's, read during the call only. Pieces may be cut anywhere.
  *   length: in: how many bytes, or a negative number when they are NUL-terminated.
  *           out: how many bytes the text has; untouched on failure.
- * Gives the text that this piece wrote, which may hold NUL bytes and is NUL-terminated behind its
+ * Returns the text that this piece wrote, which may hold NUL bytes and is NUL-terminated after its
  * length. It is the converter's, valid until the next PSConvertToPdf or PSClose with this handle.
- * Gives null on failure; PSGetErrorStr says why. The converter goes on from where it failed; the
+ * Returns null on failure; PSGetErrorStr says why. The converter goes on from where it failed; the
  * rest of the piece is lost, and what it had written.
  */
 TQP_EXPORT const char* PSConvertToPdf(void* converter, const char* bytes, int32_t* length);
 
 /*
- * Gives all objects that were made in this process since the list was last empty, oldest first.
+ * Returns all objects that were made in this process since the list was last empty, oldest first.
+ * Nothing of the converter's empties it. A print job does, at its start (DocStart, DocStart2K) and
+ * at its end (DocEnd): text from before then refers to objects that the list no longer has.
  *   converter: a handle of PSOpen.
  *   count: out: how many 64-bit pointers the array has.
  * The array and its records are the library's, valid until the next call of this function with the
  * same handle, or PSClose, whatever other threads do. A call costs no more than what is new.
- * Gives null, and a count of 0, when there is no memory for the array.
+ * Returns null, and a count of 0, when there is no memory for the array.
  */
 TQP_EXPORT PdfObject* const* PSGetPdfObjects(void* converter, uint64_t* count);
 
 /*
- * Gives the NUL-terminated text of the converter's last failure, "Exception:" and then
+ * Returns the NUL-terminated text of the converter's last failure, "Exception:" and then
  * "[file:line] message" and a line feed, or an empty text. A later success does not clear it.
  * The text is the converter's, valid until its next PSConvertToPdf or PSClose.
  */
@@ -123,7 +156,7 @@ TQP_EXPORT void PSClose(void* converter);
  *
  * A job's handle has 32 bits. Widened with zeros it is the pointer `job` that the settings are read
  * by: (const void*)(uintptr_t)handle. A handle that is no job's, or no longer one's, is no fault:
- * the call shows a message box and gives the result of failure.
+ * the call shows a message box and returns the result of failure.
  *
  * Text is NUL-terminated, wide text UTF-16. What the caller passes stays the caller's and is not
  * kept beyond the call.
@@ -133,9 +166,9 @@ TQP_EXPORT void PSClose(void* converter);
  * take as long as the launcher does to answer. No call throws. Failures that the user should know
  * of are shown in message boxes.
  *
- * Jobs should be ended before the library is unloaded: one that was not is given up as it stands. A
- * process should load the library once: with each unloading the runtime in it leaves some 75 KB and
- * a few handles behind.
+ * Jobs should be ended before the library is unloaded: one that was not is given up as it is. A
+ * process should load the library once: with each unloading the runtime in it loses some 75 KB and
+ * a few handles.
  */
 
 /*
@@ -145,8 +178,8 @@ TQP_EXPORT void PSClose(void* converter);
  *   jobId: 32 bits, the spooler's number of the job.
  *   printerName: for a developer's trace alone, may be null.
  *   docName: the document's name, may be null.
- * Gives the job's handle; 0 if the printer cannot be asked for its name, after a message box, or if
- * there is no memory.
+ * Returns the job's handle; 0 if the printer cannot be asked for its name, after a message box, or
+ * if there is no memory.
  */
 uint32_t DocStart2K(void* printer, uint32_t jobId, const wchar_t* printerName,
                     const wchar_t* docName);
@@ -157,20 +190,20 @@ uint32_t DocStart2K(void* printer, uint32_t jobId, const wchar_t* printerName,
  *   job: a handle of DocStart2K or DocStart.
  *   buffer: the bytes. Null is a failure.
  *   length: 32 bits, how many bytes. 0 is a failure, but not on the way to the printer.
- * Gives 1; 0 on failure, and from then on at once for every write of the job.
+ * Returns 1; 0 on failure, and from then on at once for every write of the job.
  */
 uint32_t DocWrite(uint32_t job, const void* buffer, uint32_t length);
 
 /*
  * Ends a job, also one that failed: closes its file, takes the job out of the spooler's queue,
- * tells the launcher, and frees the job. The handle is dead behind it.
+ * tells the launcher, and frees the job. The handle must not be used again.
  *   job: a handle of DocStart2K or DocStart.
- * Gives 1; 0 if the handle is no running job's.
+ * Returns 1; 0 if the handle is no running job's.
  */
 uint32_t DocEnd(uint32_t job);
 
 /*
- * Gives a setting as a number of 32 bits.
+ * Returns a setting as a number of 32 bits.
  *   job: a job's handle, widened.
  *   key: the setting's name, in any case. Null names no setting.
  *   defaultValue: 32 bits, given if there is no such setting, and for a job that is none.
@@ -178,8 +211,8 @@ uint32_t DocEnd(uint32_t job);
 uint32_t getIntVal(const void* job, const wchar_t* key, uint32_t defaultValue);
 
 /*
- * Copies a setting's text. The name "pdfaXML" stands for the document's XMP packet (ISO 16684-1),
- * which gives an empty text if it does not fit.
+ * Copies a setting's text. The name "pdfaXML" means the document's XMP packet (ISO 16684-1),
+ * which is copied as an empty text if it does not fit.
  *   job: a job's handle, widened.
  *   key: the setting's name, in any case but for "pdfaXML". Null names no setting.
  *   buffer: where the text goes, with its terminator. Null takes nothing.
@@ -187,7 +220,7 @@ uint32_t getIntVal(const void* job, const wchar_t* key, uint32_t defaultValue);
  *   defaultText: what is copied when there is no such setting, or it is empty or does not fit. It
  *                is not measured: the buffer must have room for it. Null leaves the buffer as it
  *                is.
- * Gives 1, or 0 for a job that is none.
+ * Returns 1, or 0 for a job that is none.
  */
 uint32_t getStringVal(const void* job, const wchar_t* key, wchar_t* buffer, uint32_t size,
                       const wchar_t* defaultText);
@@ -199,7 +232,7 @@ uint32_t getStringVal(const void* job, const wchar_t* key, wchar_t* buffer, uint
  *   buffer: where the packet goes, with its terminator. Null takes nothing.
  *   size: 32 bits, the buffer's size in bytes. If it is too small, what fits is copied, without a
  *         terminator.
- * Gives 1, or 0 for a job that is none.
+ * Returns 1, or 0 for a job that is none.
  */
 uint32_t getStringMultibyte(const void* job, const char* key, char* buffer, uint32_t size);
 
@@ -220,14 +253,14 @@ typedef unsigned long (*DocStartCall)(wchar_t* printerName);
 #ifdef __cplusplus
 
 /*
- * Starts a job by the printer's name. The library exports it under the name that Microsoft's C++
- * gives it; other compilers' programs look it up by TQP_DOC_START.
- *   printerName: the printer's name as the spooler knows it. Null is a failure.
- * Gives the job's handle, as DocStart2K does, which is 0 also if the printer cannot be opened.
+ * Starts a job by the printer's name. The library exports it under the name that it has in
+ * Microsoft's C++; other compilers' programs look it up by TQP_DOC_START. printerName: the
+ * printer's name as the spooler knows it. Null is a failure. Returns the job's handle, as
+ * DocStart2K does, which is 0 also if the printer cannot be opened.
  */
 unsigned long DocStart(wchar_t* printerName);
 
-/* Empty. It stands here for programs that were linked to its assignment. */
+/* Empty. It is here for programs that were linked to its assignment. */
 class CUmpd {
  public:
   CUmpd& operator=(const CUmpd&);

@@ -1,3 +1,6 @@
+// An arc is walked from quarter to quarter of the angle scale, whose borders are the multiples of
+// 90 degrees, wherever it begins; each piece is written as one curve. The order of the arithmetic
+// is that of the last bits that pages have always had: it must stay as it is.
 #include "postscript/painting/ArcOperators.h"
 
 #include <cmath>
@@ -43,6 +46,8 @@ void arcSegment(Postscript2Pdf& converter, const ArcSpec& arc, double from, doub
 
 }  // namespace
 
+// The walk begins one quarter early: the cut toward zero puts a negative angle into the quarter
+// after its own.
 void arcCounterClockwise(Postscript2Pdf& converter, ArcSpec& arc) {
   checkAngles(arc);
   while (arc.firstAngle > arc.secondAngle) {
@@ -68,6 +73,7 @@ void arcCounterClockwise(Postscript2Pdf& converter, ArcSpec& arc) {
   } while (arc.secondAngle > cur);
 }
 
+// The mirror image, from a border above the first angle down.
 void arcClockwise(Postscript2Pdf& converter, ArcSpec& arc) {
   checkAngles(arc);
   while (arc.secondAngle > arc.firstAngle) {
@@ -93,11 +99,11 @@ void arcClockwise(Postscript2Pdf& converter, ArcSpec& arc) {
 }
 
 void Arcer::popArc(Interpreter& ps) {
-  arc.secondAngle = popNumber(ps);
-  arc.firstAngle = popNumber(ps);
-  arc.radius = popNumber(ps);
-  arc.centerY = popNumber(ps);
-  arc.centerX = popNumber(ps);
+  arc_.secondAngle = popNumber(ps);
+  arc_.firstAngle = popNumber(ps);
+  arc_.radius = popNumber(ps);
+  arc_.centerY = popNumber(ps);
+  arc_.centerX = popNumber(ps);
 }
 
 void Arcter::popCorner(Interpreter& ps, const GraphicsState& state) {
@@ -110,6 +116,8 @@ void Arcter::popCorner(Interpreter& ps, const GraphicsState& state) {
   y = state.currentY;
 }
 
+// The arc that touches both legs of the corner: a leads from the corner back to the current point,
+// b on to the end of the second leg.
 void Arcter::writeTangentArc(Postscript2Pdf& converter) {
   const double ax = x - x1;
   const double ay = y - y1;
@@ -163,13 +171,13 @@ void Arcter::writeArcBetween(Postscript2Pdf& converter, double firstLegAngle, do
 void ArcOperator::execute(Interpreter& ps) {
   converter->flushMoveto();
   popArc(ps);
-  arcCounterClockwise(*converter, arc);
+  arcCounterClockwise(*converter, arc_);
 }
 
 void ArcnOperator::execute(Interpreter& ps) {
   converter->flushMoveto();
   popArc(ps);
-  arcClockwise(*converter, arc);
+  arcClockwise(*converter, arc_);
 }
 
 void ArctOperator::execute(Interpreter& ps) {

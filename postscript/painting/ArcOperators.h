@@ -1,4 +1,5 @@
-// Arcs, which become Bezier curves, cut at the multiples of 90 degrees.
+// Arcs. PDF has none: each becomes Bezier curves, one for each quarter of the full circle that it
+// passes through.
 #pragma once
 
 #include "postscript/engine/OperatorRegistry.h"
@@ -11,21 +12,21 @@ struct ArcSpec {
   double firstAngle = 0, secondAngle = 0;  // in degrees
 };
 
-// Write an arc from the first angle to the second, which is brought behind the first by full turns
-// and stored so. Nothing is written for an arc of no length.
+// Write an arc from the first angle to the second. The second is brought to the right side of the
+// first by full turns, and stored so. Nothing is written for an arc of no length.
 void arcCounterClockwise(Postscript2Pdf& converter, ArcSpec& arc);
 void arcClockwise(Postscript2Pdf& converter, ArcSpec& arc);
 
-// arc and arcn: the operands of the execution under way.
+// arc and arcn: the operands of the current execution.
 class Arcer {
  protected:
   void popArc(Interpreter& ps);
 
-  ArcSpec arc;
+  ArcSpec arc_;
 };
 
 // arct and arcto. The fields keep their values between executions: where the legs of the corner
-// point the same way there are no new tangent points, and arcto answers those of the time before.
+// point the same way there are no new tangent points, and arcto answers with the previous ones.
 class Arcter {
  protected:
   void popCorner(Interpreter& ps, const GraphicsState& state);
@@ -42,21 +43,14 @@ class Arcter {
   void writeArcBetween(Postscript2Pdf& converter, double firstLegAngle, double turn) const;
 };
 
-#define ARC_OPERATOR(Class, text, Base)                                                  \
-  class Class : public NameObject, public Postscript2PdfObject, public Base {            \
-   public:                                                                               \
-    explicit Class(Postscript2Pdf* pdf) : NameObject(text), Postscript2PdfObject(pdf) {} \
-    void execute(Interpreter& ps) override;                                              \
-  }
-
 // x y r angle1 angle2 arc -
-ARC_OPERATOR(ArcOperator, "arc", Arcer);
+PAINTING_OPERATOR_OF(ArcOperator, "arc", Postscript2PdfObject, Arcer);
 // x y r angle1 angle2 arcn -
-ARC_OPERATOR(ArcnOperator, "arcn", Arcer);
+PAINTING_OPERATOR_OF(ArcnOperator, "arcn", Postscript2PdfObject, Arcer);
 // x1 y1 x2 y2 r arct -
-ARC_OPERATOR(ArctOperator, "arct", Arcter);
+PAINTING_OPERATOR_OF(ArctOperator, "arct", Postscript2PdfObject, Arcter);
 // x1 y1 x2 y2 r arcto xt1 yt1 xt2 yt2
-ARC_OPERATOR(ArctoOperator, "arcto", Arcter);
+PAINTING_OPERATOR_OF(ArctoOperator, "arcto", Postscript2PdfObject, Arcter);
 
 void addArcOperators(OperatorRegistry& registry, Postscript2Pdf* converter);
 

@@ -16,6 +16,8 @@ struct Rgb {
   double red, green, blue;
 };
 
+// A turn is taken off or added one at a time, as each step rounds; a hue beyond the limit, whose
+// steps would take too long, is reduced at once.
 double hueInRange(double hue) {
   if (std::fabs(hue) > limits::hue) {
     hue = std::fmod(hue, 1.0);
@@ -55,6 +57,7 @@ Rgb hsbToRgb(double h, double s, double b) {
   }
 }
 
+// The sums of grayOf and currentGray round in this order.
 double grayOf(const Rgb& color) {
   return color.green * 0.587 + color.red * 0.299 + color.blue * 0.114;
 }
@@ -90,7 +93,7 @@ void track(GraphicsState& state, ColorMode mode, std::span<const double> values)
   std::copy(values.begin(), values.end(), state.colorValues.begin());
 }
 
-// The numbers with the stroking operator, and again with the other.
+// The numbers with the stroking operator, and the same text with the filling operator.
 void writeColor(Postscript2Pdf& converter, std::span<const double> values,
                 std::string_view stroking, std::string_view filling) {
   char text[4 * (mostNumberText + 1)];

@@ -1,5 +1,6 @@
-// Colour. A program's one colour is written twice, for stroking and for filling. It is tracked in
-// the model in which it was given, and read back in that model only, or as gray.
+// Colour. PostScript has one colour where PDF has two, so each is written twice, for stroking and
+// for filling. It is tracked in the model in which it was given, and can be asked for in that model
+// only, or as gray.
 #pragma once
 
 #include "postscript/engine/OperatorRegistry.h"
@@ -23,7 +24,7 @@ PAINTING_OPERATOR(CurrenthsbcolorOperator, "currenthsbcolor");
 PAINTING_OPERATOR(CurrentcmykcolorOperator, "currentcmykcolor");
 // - currentgray gray
 PAINTING_OPERATOR(CurrentgrayOperator, "currentgray");
-// any setcolorspace -      (notes a device space's name; nothing reads it)
+// any setcolorspace -      (tracks a device space; nothing depends on it)
 PAINTING_OPERATOR(SetcolorspaceOperator, "setcolorspace");
 
 void addColorOperators(OperatorRegistry& registry, Postscript2Pdf* converter);

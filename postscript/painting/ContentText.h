@@ -28,10 +28,9 @@ class ContentText {
   void insertClip(std::string_view clip);
 
   void clear();
-  // A part that is to be taken off again begins. Returns the text's length.
+  // Marks the end of the text: a part begins here that will be taken off. Returns the length.
   size_t beginPart();
-  // Takes off and returns what begins at a length. No other use of the text may be made in between
-  // that would change what was written before the part, but clips and a clearing.
+  // Removes and returns everything from the start on, which is at most the length.
   std::string takePart(size_t start);
 
  private:

@@ -1,3 +1,6 @@
+// translate, scale and rotate make a matrix of their numbers and either apply it (tracked and
+// written) or store it in an array that lies on top. The transformations take their matrix from an
+// array on top, or the current one.
 #include "postscript/painting/CoordinateOperators.h"
 
 #include <cmath>
@@ -16,7 +19,7 @@ void concatenate(Postscript2Pdf& converter, const Matrix& step) {
   converter.writeMatrix(step);
 }
 
-// The numbers of an operator that changes the coordinate system, or fills an array with the change.
+// For an operator of one number, and below of two. matrixOf makes the change from them.
 template <class MatrixOf>
 void changeByOne(Interpreter& ps, Postscript2Pdf& converter, MatrixOf matrixOf) {
   const Held<> top = popObject(ps);
@@ -142,7 +145,7 @@ void IdtransformOperator::execute(Interpreter& ps) {
 
 void DtransformOperator::execute(Interpreter& ps) {
   TransformOperands operands(ps, converter->topState().matrix);
-  // Zeros that are added all the same: a result is no negative zero.
+  // The zeros are added all the same, so that no result is a negative zero.
   if (!operands.fromArray) {
     operands.matrix.e = operands.matrix.f = 0;
   }

@@ -1,5 +1,5 @@
-// Coordinate systems. The text tells each change as a step of its own; the tracked matrix serves
-// whatever a program asks.
+// Coordinate systems. Each change is written as a step relative to the one before; the tracked
+// matrix, the product of the steps, answers the questions that programs ask.
 #pragma once
 
 #include "postscript/engine/OperatorRegistry.h"
@@ -32,19 +32,12 @@ class Transformer : public Postscript2PdfObject {
   void transform(Interpreter& ps, bool invert, bool delta);
 };
 
-#define TRANSFORM_OPERATOR(Class, text)                                         \
-  class Class : public NameObject, public Transformer {                         \
-   public:                                                                      \
-    explicit Class(Postscript2Pdf* pdf) : NameObject(text), Transformer(pdf) {} \
-    void execute(Interpreter& ps) override;                                     \
-  }
-
 // x y transform x' y'; x y array transform x' y'
-TRANSFORM_OPERATOR(TransformOperator, "transform");
+PAINTING_OPERATOR_OF(TransformOperator, "transform", Transformer);
 // x y itransform x' y'; x y array itransform x' y'
-TRANSFORM_OPERATOR(ItransformOperator, "itransform");
+PAINTING_OPERATOR_OF(ItransformOperator, "itransform", Transformer);
 // dx dy idtransform dx' dy'; dx dy array idtransform dx' dy'
-TRANSFORM_OPERATOR(IdtransformOperator, "idtransform");
+PAINTING_OPERATOR_OF(IdtransformOperator, "idtransform", Transformer);
 // dx dy dtransform dx' dy'; dx dy array dtransform x' y'      (an array's translation counts)
 PAINTING_OPERATOR(DtransformOperator, "dtransform");
 

@@ -1,5 +1,5 @@
-// Device parameters, which mean nothing in PDF. A program may set them and goes on; what it asks
-// for has a fixed answer.
+// Device parameters, which have no meaning in PDF. Setting one takes the operands and does nothing;
+// asking for one has a fixed answer.
 #pragma once
 
 #include "postscript/engine/OperatorRegistry.h"

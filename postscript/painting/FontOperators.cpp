@@ -1,3 +1,5 @@
+// Fonts are looked up by name in one directory, which starts with Helvetica. A font is its
+// dictionary: scalefont changes the matrix in it, for everybody who has found it.
 #include "postscript/painting/FontOperators.h"
 
 #include "postscript/engine/Operands.h"

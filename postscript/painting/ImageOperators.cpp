@@ -178,7 +178,7 @@ void Imager::receiveData(Interpreter& ps) {
 void Imager::takeString(Interpreter& ps) {
   const auto string = popStringObject(ps);
   filterText = filterEntry(string->filters());
-  checkStringSize(imageData.size() + string->text().size());
+  makeRoom(string->text().size());
   imageData += string->text();
 }
 
@@ -190,13 +190,24 @@ void Imager::takeThreeStrings(Interpreter& ps) {
   if (second->text().size() != length || third->text().size() != length) {
     throw Ex(sourceFile, 2443, "exepecting strings to be same size");
   }
-  checkStringSize(imageData.size() + 3 * length);
-  imageData.reserve(imageData.size() + 3 * length);
+  makeRoom(3 * length);
   // The string popped first is the source named last: the order is reversed.
   for (size_t i = 0; i < length; ++i) {
     imageData += first->text()[i];
     imageData += second->text()[i];
     imageData += third->text()[i];
+  }
+}
+
+// For all of the image when enough of it has come, so that the samples move seldom and the record
+// has no room to spare. What a program claims of its image's size alone takes no memory.
+void Imager::makeRoom(size_t more) {
+  constexpr size_t trust = 64;
+  const size_t needed = imageData.size() + more;
+  checkStringSize(needed);
+  if (needed > imageData.capacity()) {
+    const auto target = static_cast<size_t>(std::max(targetLength(), 0));
+    imageData.reserve(std::max(needed, std::min(target, trust * needed)));
   }
 }
 

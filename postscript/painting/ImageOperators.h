@@ -42,6 +42,7 @@ class Imager {
   void takeString(Interpreter& ps);
   // From three sources, one byte of each in turn.
   void takeThreeStrings(Interpreter& ps);
+  void makeRoom(size_t more);
   int32_t targetLength() const;
   void emit();
   void emitObject();

@@ -1,3 +1,4 @@
+// All of these write at once. A dash is put together first, as a wrong element leaves no text.
 #include "postscript/painting/LineOperators.h"
 
 #include "postscript/engine/Operands.h"

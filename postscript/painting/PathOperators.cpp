@@ -1,3 +1,6 @@
+// Each operator moves the current point and writes its line. lineto, curveto and rcurveto write a
+// remembered moveto before they look at their operands, rlineto after: that shows when an operand
+// is wrong.
 #include "postscript/painting/PathOperators.h"
 
 #include "postscript/engine/Operands.h"

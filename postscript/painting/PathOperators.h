@@ -1,4 +1,4 @@
-// Paths. Coordinates go to the text in user space, as the program gives them; the path itself is
+// Paths. Coordinates are written in user space, as the program gives them. The path itself is kept
 // nowhere but in the text.
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace postscript {
 
-// x y moveto -      (remembered; written when a segment follows)
+// x y moveto -      (remembered, and written when a segment follows)
 PAINTING_OPERATOR(MovetoOperator, "moveto");
 // dx dy rmoveto -
 PAINTING_OPERATOR(RmovetoOperator, "rmoveto");

@@ -1,3 +1,5 @@
+// A call clears the text, runs the bytes and returns what the operators have written. Nothing is
+// thrown past convert and convertOn: a failure becomes `errorText`.
 #include "postscript/painting/Postscript2Pdf.h"
 
 #include <cstring>

@@ -90,12 +90,14 @@ class Postscript2PdfObject {
   Postscript2Pdf* const converter;
 };
 
-// The class of a painting operator without state, as POSTSCRIPT_OPERATOR.
-#define PAINTING_OPERATOR(Class, text)                                                   \
-  class Class : public NameObject, public Postscript2PdfObject {                         \
-   public:                                                                               \
-    explicit Class(Postscript2Pdf* pdf) : NameObject(text), Postscript2PdfObject(pdf) {} \
-    void execute(Interpreter& ps) override;                                              \
+// The class of a painting operator without state of its own, as POSTSCRIPT_OPERATOR; and of one
+// that has further bases, the first of which knows the converter.
+#define PAINTING_OPERATOR(Class, text) PAINTING_OPERATOR_OF(Class, text, Postscript2PdfObject)
+#define PAINTING_OPERATOR_OF(Class, text, Base, ...)                              \
+  class Class : public NameObject, public Base __VA_OPT__(, public) __VA_ARGS__ { \
+   public:                                                                        \
+    explicit Class(Postscript2Pdf* pdf) : NameObject(text), Base(pdf) {}          \
+    void execute(Interpreter& ps) override;                                       \
   }
 
 }  // namespace postscript

@@ -1,4 +1,5 @@
-// The graphics state's stack. save and restore bracket the text alone: they undo nothing.
+// The stack of graphics states. save and restore only put brackets around the text; the tracked
+// state and the interpreter's memory stay as they are.
 #pragma once
 
 #include "postscript/engine/OperatorRegistry.h"

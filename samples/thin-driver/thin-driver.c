@@ -43,8 +43,8 @@ static bool runJob(HANDLE printer, DWORD jobId, wchar_t* document, HANDLE file) 
   if (job == 0) return fail(L"start", document, L"see the message box that told why");
   showWhereItGoes(job, jobId, document);
   bool done = writeBuffers(job, file);
-  /* The library drops the file of a job that the spooler is about to delete. */
-  if (!done) SetJobW(printer, jobId, 0, NULL, JOB_CONTROL_DELETE);
+  /* The library drops the file of a paused job, and takes the job out of the queue. */
+  if (!done) SetJobW(printer, jobId, 0, NULL, JOB_CONTROL_PAUSE);
   if (DocEnd(job) == 0) done = fail(L"end", document, L"see the message box that told why");
   return done;
 }
