@@ -39,6 +39,9 @@ class Parser {
   // The text up to a line feed, carriage return or NUL byte, which stays unread. False when the
   // range ends first: then nothing was read.
   bool readLine(std::string& line);
+  // What is left of the range, for those who read many bytes at once, and how much they took.
+  std::string_view unread() const { return {current, static_cast<size_t>(end - current)}; }
+  void take(size_t bytes) { current += bytes; }
 
  private:
   // A line is never the parser's state: it has separators of its own.
@@ -57,6 +60,7 @@ class Parser {
   // Collects the token up to a separator of the state, and leaves that unread. False when the
   // range ends first; what was collected stays. The text of a comment is dropped.
   bool collect(State separators);
+  static bool isSeparator(char c, State state);
   // The first separator of the state, or the end.
   static const char* endOfRun(const char* at, const char* end, State separators);
   // One step in each state. A token when the step has finished one.

@@ -4,6 +4,7 @@
 
 #include "postscript/engine/FileObject.h"
 #include "postscript/engine/Operands.h"
+#include "postscript/operators/EncodedBytes.h"
 
 namespace postscript {
 
@@ -39,10 +40,6 @@ void pushGathered(Interpreter& ps, std::string& text) {
   pushBoolean(ps, !ps.parser.atEnd());
 }
 
-bool isLineSpace(char c) {
-  return c == '\r' || c == '\n' || c == '\t' || c == ' ';
-}
-
 // The base string of a chain of filters, and into `filters` the names on the way, outermost first.
 const StringObject* baseOfChain(const FileObject* file, std::vector<std::string>& filters) {
   for (;;) {
@@ -76,31 +73,6 @@ void readFilter(Interpreter& ps, const ReadOperands& operands) {
   }
 }
 
-// The value of a hexadecimal digit, or -1.
-int32_t hexDigit(char c) {
-  if (c >= '0' && c <= '9') {
-    return c - '0';
-  }
-  if (c >= 'A' && c <= 'F') {
-    return c - 'A' + 10;
-  }
-  if (c >= 'a' && c <= 'f') {
-    return c - 'a' + 10;
-  }
-  return -1;
-}
-
-// Takes input until a digit comes; -1 when the input ends first.
-int32_t nextDigit(Parser& parser) {
-  while (!parser.atEnd()) {
-    const int32_t digit = hexDigit(parser.get());
-    if (digit >= 0) {
-      return digit;
-    }
-  }
-  return -1;
-}
-
 void checkEodOperands(Interpreter& ps) {
   const auto eod = popAs<StringObject>(ps, "SubFileDecode EODString param");
   const auto count = popAs<IntegerObject>(ps, "SubFileDecode EODCount param");
@@ -132,42 +104,29 @@ void ReadstringOperator::execute(Interpreter& ps) {
   expectCurrentFile(*operands.file, 146, "Only supports readstring from currentfile");
   const size_t target = operands.string->text().size();
   // White space is dropped by a call that starts afresh, through to its end.
-  const bool skipSpace = partialText.empty();
-  while (partialText.size() < target) {
-    if (ps.parser.atEnd()) {
-      return operands.suspend(ps, this);
-    }
-    const char byte = ps.parser.get();
-    if (!skipSpace || !isLineSpace(byte)) {
-      partialText += byte;
-    }
+  const std::string_view input = ps.parser.unread();
+  if (partialText.empty()) {
+    ps.parser.take(appendWithoutSpace(input, target, partialText));
+  } else if (partialText.size() < target) {
+    const std::string_view part = input.substr(0, target - partialText.size());
+    partialText.append(part);
+    ps.parser.take(part.size());
+  }
+  if (partialText.size() < target) {
+    return operands.suspend(ps, this);
   }
   pushGathered(ps, partialText);
-}
-
-bool ReadhexstringOperator::readByte(Interpreter& ps) {
-  if (pendingDigit == none) {
-    pendingDigit = nextDigit(ps.parser);
-  }
-  if (pendingDigit == none) {
-    return false;
-  }
-  const int32_t second = nextDigit(ps.parser);
-  if (second < 0) {
-    return false;
-  }
-  partialText += static_cast<char>(std::exchange(pendingDigit, none) * 16 + second);
-  return true;
 }
 
 void ReadhexstringOperator::execute(Interpreter& ps) {
   const ReadOperands operands(ps, "readhexstring");
   expectCurrentFile(*operands.file, 340, "Only supports readline from currentfile");
   const size_t target = operands.string->text().size();
-  while (partialText.size() < target) {
-    if (!readByte(ps)) {
-      return operands.suspend(ps, this);
-    }
+  if (partialText.size() < target) {
+    ps.parser.take(appendHexBytes(ps.parser.unread(), target, pendingDigit, partialText));
+  }
+  if (partialText.size() < target) {
+    return operands.suspend(ps, this);
   }
   pushGathered(ps, partialText);
 }
@@ -179,11 +138,11 @@ void ReadlineOperator::execute(Interpreter& ps) {
   if (!operands.file->readLine(ps.parser, line)) {
     return operands.suspend(ps, this);
   }
-  pushString(ps, line);
+  const std::string& text = pushString(ps, std::move(line))->text();
   if (operands.string->refCount > 0) {
-    operands.string->append(line);
+    operands.string->append(text);
   }
-  pushBoolean(ps, !line.empty() || !ps.parser.atEnd());
+  pushBoolean(ps, !text.empty() || !ps.parser.atEnd());
 }
 
 void FilterOperator::execute(Interpreter& ps) {

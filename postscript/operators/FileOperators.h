@@ -6,6 +6,7 @@
 #include <string>
 
 #include "postscript/engine/OperatorRegistry.h"
+#include "postscript/operators/EncodedBytes.h"
 #include "postscript/values/NameObject.h"
 
 namespace postscript {
@@ -32,13 +33,8 @@ class ReadhexstringOperator : public NameObject {
   void execute(Interpreter& ps) override;
 
  private:
-  static constexpr int32_t none = -1;
-
-  // The next byte of two digits into the text; false when the input ends first.
-  bool readByte(Interpreter& ps);
-
   std::string partialText;
-  int32_t pendingDigit = none;
+  int32_t pendingDigit = noDigit;  // a first digit whose second has not come yet
 };
 
 // file string readline a new string, boolean

@@ -139,7 +139,7 @@ void Imager::reportMatrix(const Interpreter& ps, const PostscriptObject* matrix)
 }
 
 void Imager::startFetch(Interpreter& ps) {
-  ps.executionStack.pushChecked(self);
+  ps.executionStack.pushChecked(self_);
   ps.executionStack.pushChecked(dataSource);
   awaitingData = true;
   dataSource->executable = true;
@@ -178,7 +178,7 @@ void Imager::receiveData(Interpreter& ps) {
 void Imager::takeString(Interpreter& ps) {
   const auto string = popStringObject(ps);
   filterText = filterEntry(string->filters());
-  checkStringSize(imageData.size() + string->text().size());
+  makeRoom(string->text().size());
   imageData += string->text();
 }
 
@@ -190,13 +190,24 @@ void Imager::takeThreeStrings(Interpreter& ps) {
   if (second->text().size() != length || third->text().size() != length) {
     throw Ex(sourceFile, 2443, "exepecting strings to be same size");
   }
-  checkStringSize(imageData.size() + 3 * length);
-  imageData.reserve(imageData.size() + 3 * length);
+  makeRoom(3 * length);
   // The string popped first is the source named last: the order is reversed.
   for (size_t i = 0; i < length; ++i) {
     imageData += first->text()[i];
     imageData += second->text()[i];
     imageData += third->text()[i];
+  }
+}
+
+// For all of the image when enough of it has come, so that the samples move seldom and the record
+// has no room to spare. What a program claims of its image's size alone takes no memory.
+void Imager::makeRoom(size_t more) {
+  constexpr size_t trust = 64;
+  const size_t needed = imageData.size() + more;
+  checkStringSize(needed);
+  if (needed > imageData.capacity()) {
+    const auto target = static_cast<size_t>(std::max(targetLength(), 0));
+    imageData.reserve(std::max(needed, std::min(target, trust * needed)));
   }
 }
 
@@ -209,9 +220,9 @@ int32_t Imager::targetLength() const {
 
 void Imager::emit() {
   if (imageColorMode == ColorMode::unknown) {
-    imageColorMode = imageColorModeOf(pdfConverter->topState());
+    imageColorMode = imageColorModeOf(pdfConverter_->topState());
   }
-  if (imageData.size() > Postscript2Pdf::inlineImageLimit && !pdfConverter->inPattern) {
+  if (imageData.size() > Postscript2Pdf::inlineImageLimit && !pdfConverter_->inPattern) {
     emitObject();
   } else {
     emitInline();
@@ -226,16 +237,16 @@ void Imager::emitObject() {
   if (dictionary.size() > dictionaryLimit) {
     dictionary.resize(dictionaryLimit);
   }
-  const std::string name = pdfConverter->pdfObjects->nameImage(
+  const std::string name = pdfConverter_->pdfObjects->nameImage(
       "/PSI", {TQP_IMAGE, std::move(dictionary), std::move(imageData), filterText.empty() ? 1 : 0,
                nullptr});
-  pdfConverter->write(name, " Do\n");
+  pdfConverter_->write(name, " Do\n");
 }
 
 void Imager::emitInline() {
-  pdfConverter->write("q BI\n/W ", width, " /H ", height, " /BPC ", bitsPerComponent, " /CS /",
-                      inlineSpaceName(imageColorMode), " ", filterText, "\nID\n", imageData,
-                      "\nEI\nQ\n");
+  pdfConverter_->write("q BI\n/W ", width, " /H ", height, " /BPC ", bitsPerComponent, " /CS /",
+                       inlineSpaceName(imageColorMode), " ", filterText, "\nID\n", imageData,
+                       "\nEI\nQ\n");
 }
 
 void ImageOperator::execute(Interpreter& ps) {
