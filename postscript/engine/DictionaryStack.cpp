@@ -4,20 +4,38 @@
 
 namespace postscript {
 
+struct DictionaryStack::Permanent {
+  explicit Permanent(VirtualMemorySet& memorySet)
+      : system(new DictionaryObject(*memorySet.global, "System")),
+        global(new DictionaryObject(*memorySet.global, "Global")),
+        user(new DictionaryObject(*memorySet.local, "User")),
+        error(new DictionaryObject(*memorySet.local, "Error")),
+        font(new DictionaryObject(*memorySet.global, "Font")) {}
+
+  std::unique_ptr<DictionaryObject> system, global, user, error, font;
+};
+
 DictionaryStack::DictionaryStack(VirtualMemorySet& memorySet)
-    : systemDictionary(new DictionaryObject(*memorySet.global, "System")),
-      globalDictionary(new DictionaryObject(*memorySet.global, "Global")),
-      userDictionary(new DictionaryObject(*memorySet.local, "User")),
-      errorDictionary(new DictionaryObject(*memorySet.local, "Error")),
-      fontDirectory(new DictionaryObject(*memorySet.global, "Font")),
+    : DictionaryStack(memorySet, Permanent(memorySet)) {}
+
+// The holders are counted first: what a failing push leaves on the stack is not deleted with it.
+DictionaryStack::DictionaryStack(VirtualMemorySet& memorySet, Permanent made)
+    : systemDictionary(made.system.get()),
+      globalDictionary(made.global.get()),
+      userDictionary(made.user.get()),
+      errorDictionary(made.error.get()),
+      fontDirectory(made.font.get()),
       memory(memorySet),
       symbols_(memorySet.symbols) {
   for (DictionaryObject* dictionary : {systemDictionary, globalDictionary, userDictionary}) {
-    push(dictionary);
     ++dictionary->holders;
+    push(dictionary);
   }
   ++errorDictionary->refCount;
   ++fontDirectory->refCount;
+  for (auto* owner : {&made.system, &made.global, &made.user, &made.error, &made.font}) {
+    owner->release();
+  }
 }
 
 DictionaryStack::~DictionaryStack() {

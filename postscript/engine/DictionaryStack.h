@@ -67,6 +67,10 @@ class DictionaryStack {
   ObjectStack stack{"Dictionary Stack"};
 
  private:
+  // The permanent dictionaries until the constructor has come to its end.
+  struct Permanent;
+  DictionaryStack(VirtualMemorySet& memorySet, Permanent made);
+
   struct Level {
     DictionaryData* body;
     uint64_t pushedAt;  // the number of the change that pushed it
