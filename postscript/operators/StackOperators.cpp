@@ -80,7 +80,7 @@ void putStringInterval(const StringObject& source, int32_t index, PostscriptObje
     text += old.substr(static_cast<size_t>(std::max<int64_t>(rest, 0)));
   }
   checkStringSize(text.size());
-  string->text() = std::move(text);
+  string->setText(std::move(text));
 }
 
 void getArrayInterval(Interpreter& ps, const ArrayObject& source, int32_t index, int32_t count) {
@@ -99,7 +99,7 @@ void getStringInterval(Interpreter& ps, const StringObject& source, int32_t inde
   if (index < 0 || static_cast<size_t>(index) > source.text().size() || count < 0) {
     throw Ex(sourceFile, 366, "start or count out of range in getinterval");
   }
-  interval->text() = source.text().substr(static_cast<size_t>(index), static_cast<size_t>(count));
+  interval->setText(source.text().substr(static_cast<size_t>(index), static_cast<size_t>(count)));
 }
 
 }  // namespace

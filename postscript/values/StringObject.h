@@ -6,20 +6,27 @@
 #include <string_view>
 #include <vector>
 
+#include "postscript/values/Budget.h"
 #include "postscript/values/CompositeObject.h"
 
 namespace postscript {
 
 class StringData : public CompositeData {
  public:
-  explicit StringData(std::string bytes) : CompositeData(TypeTag::string), text(std::move(bytes)) {}
+  // Fails for a text that is too long to keep, or for which the budget has no room.
+  StringData(Budget& budget, std::string bytes);
   ~StringData() override;
 
-  bool mayGo() const override { return true; }
+  void forEachElement(const Visit&) const override {}
   void clearContents() override { text.clear(); }
+  // Before the text grows to so many bytes.
+  void expectSize(size_t bytes);
 
   std::string text;  // may hold NUL bytes
   std::vector<std::string> filters;
+
+ private:
+  BudgetShare share_;
 };
 
 class StringObject : public CompositeObject {
@@ -42,6 +49,7 @@ class StringObject : public CompositeObject {
   // fails.
   void setByte(size_t index, char byte);
   void append(std::string_view bytes);
+  void setText(std::string bytes);
 
  private:
   StringObject(const StringObject& source) : CompositeObject(source, source.executable) {}
