@@ -1,46 +1,54 @@
 #include "postscript/engine/DictionaryStack.h"
 
+#include <memory>
+
 #include "postscript/values/VirtualMemory.h"
 
 namespace postscript {
 
-struct DictionaryStack::Permanent {
-  explicit Permanent(VirtualMemorySet& memorySet)
-      : system(new DictionaryObject(*memorySet.global, "System")),
-        global(new DictionaryObject(*memorySet.global, "Global")),
-        user(new DictionaryObject(*memorySet.local, "User")),
-        error(new DictionaryObject(*memorySet.local, "Error")),
-        font(new DictionaryObject(*memorySet.global, "Font")) {}
+// Owners until all of them are there, so that nothing is lost when memory runs out on the way.
+struct DictionaryStack::PermanentDictionaries {
+  explicit PermanentDictionaries(VirtualMemorySet& memory)
+      : system(new DictionaryObject(*memory.global, "System")),
+        global(new DictionaryObject(*memory.global, "Global")),
+        user(new DictionaryObject(*memory.local, "User")),
+        error(new DictionaryObject(*memory.local, "Error")),
+        font(new DictionaryObject(*memory.global, "Font")) {}
 
-  std::unique_ptr<DictionaryObject> system, global, user, error, font;
+  std::unique_ptr<DictionaryObject> system;
+  std::unique_ptr<DictionaryObject> global;
+  std::unique_ptr<DictionaryObject> user;
+  std::unique_ptr<DictionaryObject> error;
+  std::unique_ptr<DictionaryObject> font;
 };
 
-DictionaryStack::DictionaryStack(VirtualMemorySet& memorySet)
-    : DictionaryStack(memorySet, Permanent(memorySet)) {}
-
-// The holders are counted first: what a failing push leaves on the stack is not deleted with it.
-DictionaryStack::DictionaryStack(VirtualMemorySet& memorySet, Permanent made)
-    : systemDictionary(made.system.get()),
-      globalDictionary(made.global.get()),
-      userDictionary(made.user.get()),
-      errorDictionary(made.error.get()),
-      fontDirectory(made.font.get()),
+DictionaryStack::DictionaryStack(VirtualMemorySet& memorySet, PermanentDictionaries dictionaries)
+    : systemDictionary(dictionaries.system.release()),
+      globalDictionary(dictionaries.global.release()),
+      userDictionary(dictionaries.user.release()),
+      errorDictionary(dictionaries.error.release()),
+      fontDirectory(dictionaries.font.release()),
       memory(memorySet),
       symbols_(memorySet.symbols) {
   for (DictionaryObject* dictionary : {systemDictionary, globalDictionary, userDictionary}) {
     ++dictionary->holders;
-    push(dictionary);
   }
   ++errorDictionary->refCount;
   ++fontDirectory->refCount;
-  for (auto* owner : {&made.system, &made.global, &made.user, &made.error, &made.font}) {
-    owner->release();
+}
+
+DictionaryStack::DictionaryStack(VirtualMemorySet& memorySet)
+    : DictionaryStack(memorySet, PermanentDictionaries(memorySet)) {
+  for (DictionaryObject* dictionary : {systemDictionary, globalDictionary, userDictionary}) {
+    push(dictionary);
   }
 }
 
 DictionaryStack::~DictionaryStack() {
   for (const char* name : {"systemdict", "globaldict", "userdict", "errordict"}) {
-    systemDictionary->body().remove(name);
+    if (Symbol* key = symbols_.find(name)) {
+      systemDictionary->body().remove(*key);
+    }
   }
   giveUp(errorDictionary);
   giveUp(fontDirectory);

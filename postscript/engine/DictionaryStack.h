@@ -66,15 +66,14 @@ class DictionaryStack {
   ObjectStack stack{"Dictionary Stack", &memory.budget};
 
  private:
-  // The permanent dictionaries until the constructor has come to its end.
-  struct Permanent;
-  DictionaryStack(VirtualMemorySet& memorySet, Permanent made);
-
   struct Level {
     DictionaryData* body;
     uint64_t pushedAt;  // the number of the change that pushed it
   };
 
+  struct PermanentDictionaries;
+
+  DictionaryStack(VirtualMemorySet& memorySet, PermanentDictionaries dictionaries);
   DictionaryEntry* find(Symbol& key);
   DictionaryEntry* remember(Symbol& key, DictionaryEntry* entry, size_t level) const;
 

@@ -99,12 +99,6 @@ PostscriptObject* DictionaryData::get(std::string_view key) const {
   return symbol ? get(*symbol) : nullptr;
 }
 
-void DictionaryData::remove(std::string_view key) {
-  if (Symbol* symbol = symbols_.find(key)) {
-    remove(*symbol);
-  }
-}
-
 void DictionaryData::remove(Symbol& key) {
   DictionaryEntry* entry = find(key);
   if (!entry) {

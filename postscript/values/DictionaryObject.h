@@ -68,8 +68,7 @@ class DictionaryData : public CompositeData {
   PostscriptObject* get(std::string_view key) const;
   DictionaryEntry* find(const Symbol& key) const { return slots_.empty() ? nullptr : probe(key); }
   void remove(Symbol& key);
-  // Needs no memory, so that destructors can call it.
-  void remove(std::string_view key);
+  void remove(std::string_view key) { remove(symbols_.symbolOf(key)); }
   void clear();
 
   int32_t size() const { return static_cast<int32_t>(count_); }
