@@ -3,6 +3,7 @@
 #include "postscript/values/VirtualMemory.h"
 
 #include <memory>
+#include <new>
 
 namespace postscript {
 
@@ -44,7 +45,11 @@ void VirtualMemoryObject::lastHandleGone(CompositeData& body) {
   if (ending_ || !mayGo(body)) {
     return;
   }
-  keepCountsOfStrings(body);
+  try {
+    keepCountsOfStrings(body);
+  } catch (const std::bad_alloc&) {
+    return;  // without memory for the counts the body stays until its space goes
+  }
   unlink(body);
   body.next_ = unused_;
   unused_ = &body;
@@ -101,7 +106,12 @@ void VirtualMemorySet::keepCount(PostscriptObject& object) {
     kept_.push_back(&object);
     object.countIsKept = true;
   }
-  ++object.refCount;
+  // All other counts are bounded by the budget, as each belongs to a place of a stack or dictionary.
+  // These are not; so high, one more or less shows nowhere.
+  constexpr int32_t high = 1 << 30;
+  if (object.refCount < high) {
+    ++object.refCount;
+  }
 }
 
 }  // namespace postscript
