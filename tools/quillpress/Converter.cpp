@@ -21,6 +21,7 @@ Converter::Converter(const Matrix& matrix, Watch& watch) : watch_(watch) {
                  [](double number) { return static_cast<float>(number); });
   engine_ = postscript::openConverter(pageMatrix_.data());
   engine_->interpreter->observer = &watch_;
+  engine_->interpreter->memory.budget.setLimit(watch_.memoryLimit());
   watch_.setPiece(*engine_, 0);
 }
 

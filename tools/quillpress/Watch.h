@@ -51,6 +51,7 @@ class Watch : public postscript::Observer {
   // Adds a failure after which so much of the text had been read.
   void addFailure(Failure failure, size_t end);
   bool isOutOfTime() const;
+  size_t memoryLimit() const { return limits_.bytes; }
 
   // What was seen since begin() or the last page that was shown, the kinds of failure in their
   // order and at most ten.
