@@ -259,8 +259,9 @@ class Output : public Pipeline {
   std::exception_ptr failure_;
 };
 
-QPDFObjectHandle pageOf(QPDF& pdf, const PdfPage& page, QPDFObjectHandle parent,
-                        QPDFObjectHandle resources, const std::shared_ptr<PageStreams>& streams) {
+QPDFObjectHandle pageOf(QPDF& pdf, const PdfPage& page, const QPDFObjectHandle& parent,
+                        const QPDFObjectHandle& resources,
+                        const std::shared_ptr<PageStreams>& streams) {
   auto content = QPDFObjectHandle::newStream(&pdf);
   streams->add(content.getObjGen(), page.content);
   content.replaceStreamData(streams, QPDFObjectHandle::newName("/FlateDecode"),
