@@ -1,6 +1,6 @@
 #include "umpd/DrvSpl.h"
 
-#include "umpd/Report.h"
+#include "umpd/Trace.h"
 
 namespace umpd {
 namespace {

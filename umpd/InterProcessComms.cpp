@@ -5,6 +5,7 @@
 #include "umpd/LauncherStruct.h"
 #include "umpd/Report.h"
 #include "umpd/SecurityAttributesHolder.h"
+#include "umpd/Trace.h"
 
 namespace umpd {
 
@@ -87,7 +88,7 @@ bool InterProcessComms<Record>::sendMsg() {
     reportLastError(platform_, u"IPC sendMsg create event failed", 0);
     return false;
   }
-  traceMessage("Created event %s\n", endEventName.c_str());
+  traceMessage("Created event %s\n", endEventName);
   const OwnedObject event = signalReceiver();
   if (!event) {
     reportLastError(platform_, u"IPC sendMsg setting event failed", 0);
@@ -105,7 +106,7 @@ OwnedObject InterProcessComms<Record>::createEndEvent() {
   SecurityAttributesHolder security;
   OwnedObject event =
       platform_.objects.createEvent(buildSecurityAttributes(platform_, security), endEventName);
-  traceMessage("TqpEvent %s handle %d \n", endEventName.c_str(), event.get());
+  traceMessage("TqpEvent %s handle %d \n", endEventName, event.get());
   return event;
 }
 
@@ -113,7 +114,7 @@ template <class Record>
 OwnedObject InterProcessComms<Record>::signalReceiver() {
   OwnedObject event = platform_.objects.openEvent(eventName);
   if (!event) {
-    traceMessage("Open TqpEvent [%s] failed.\n", eventName.c_str());
+    traceMessage("Open TqpEvent [%s] failed.\n", eventName);
     return {};
   }
   if (!platform_.objects.setEvent(event.get())) {

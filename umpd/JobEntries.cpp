@@ -4,6 +4,7 @@
 
 #include "umpd/Report.h"
 #include "umpd/SettingTexts.h"
+#include "umpd/Trace.h"
 #include "umpd/UmDriver2k.h"
 
 namespace umpd {

@@ -6,7 +6,7 @@
 
 #include "umpd/Folders.h"
 #include "umpd/ProductNames.h"
-#include "umpd/Report.h"
+#include "umpd/Trace.h"
 
 namespace umpd {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "umpd/Report.h"
+#include "umpd/Trace.h"
 
 namespace umpd {
 namespace {
@@ -129,7 +129,7 @@ bool checkJobStatus(Platform& platform, PrinterHandle printer, uint32_t jobId) {
   traceMessage("Printer Status %x pStatus %s\n", job->status, job->statusText);
   for (const auto& [bit, trace] : statusBits) {
     if ((job->status & bit) != 0) {
-      traceMessage(trace);
+      traceMessage("%s", trace);
     }
   }
   return (job->status & troubleMask) == 0;

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdio>
 
+#include "umpd/Trace.h"
+
 namespace umpd {
 
 void reportLastError(Platform& platform, const std::u16string& caption, uint32_t flags) {

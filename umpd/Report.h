@@ -9,10 +9,6 @@
 
 namespace umpd {
 
-// The place for a developer's build to listen in: takes a wide or narrow format and its arguments.
-template <class Character, class... Arguments>
-void traceMessage(const Character* /*format*/, const Arguments&... /*arguments*/) {}
-
 // A box with this caption and the system's text for the last error.
 void reportLastError(Platform& platform, const std::u16string& caption, uint32_t flags);
 

@@ -4,7 +4,7 @@
 
 #include "umpd/Folders.h"
 #include "umpd/ProductNames.h"
-#include "umpd/Report.h"
+#include "umpd/Trace.h"
 
 namespace umpd {
 namespace {
@@ -30,7 +30,7 @@ std::u16string launcherOfSession(Platform& platform) {
 bool runProcess(Platform& platform, const std::u16string& commandLine,
                 const std::u16string& directory, bool wait, uint32_t* exitCode,
                 uint16_t showState) {
-  traceMessage(u"about to execute [%s]\n", commandLine.c_str());
+  traceMessage(u"about to execute [%s]\n", commandLine);
   ProcessRequest request{.commandLine = commandLine,
                          .directory = directory,
                          .creationFlags = detachedAtNormalPriority,

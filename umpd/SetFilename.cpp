@@ -6,7 +6,7 @@
 #include "umpd/Folders.h"
 #include "umpd/NameEscapes.h"
 #include "umpd/PathParts.h"
-#include "umpd/Report.h"
+#include "umpd/Trace.h"
 #include "umpd/platform/WideText.h"
 
 namespace umpd {
@@ -167,7 +167,7 @@ void SetFilename::makeRandomName(std::u16string& out, size_t size) {
   }
   for (int tries = 1;; ++tries) {
     const std::u16string text = decimalText(settings.platform.random.next());
-    traceMessage(u"randstring [%s]\n", text.c_str());
+    traceMessage(u"randstring [%s]\n", text);
     prefixDirectory(out, roomBehind(size, text.size() + defaultExtension.size()));
     out += text;
     out += defaultExtension;

@@ -10,6 +10,7 @@
 #include "umpd/ProtectedMode.h"
 #include "umpd/Report.h"
 #include "umpd/SetFilename.h"
+#include "umpd/Trace.h"
 
 namespace umpd {
 namespace {

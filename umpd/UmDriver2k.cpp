@@ -4,6 +4,7 @@
 
 #include "umpd/Report.h"
 #include "umpd/RunProcess.h"
+#include "umpd/Trace.h"
 
 namespace umpd {
 

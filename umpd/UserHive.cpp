@@ -5,8 +5,8 @@
 #include <mutex>
 
 #include "umpd/ProductNames.h"
-#include "umpd/Report.h"
 #include "umpd/SecurityAttributesHolder.h"
+#include "umpd/Trace.h"
 #include "umpd/platform/WideText.h"
 
 namespace umpd {

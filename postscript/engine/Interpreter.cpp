@@ -30,6 +30,9 @@ void Interpreter::askWhetherToStop() {
   if (observer && observer->wantsStop()) {
     throw Ex("postscript/lib/Interpreter", 71, "Stopped on request");
   }
+  if (++questions_ >= limits::engineTurns / turnsPerQuestion) {
+    suspendFlag = true;
+  }
 }
 
 void Interpreter::run(const char* bytes, size_t length) {
@@ -38,6 +41,7 @@ void Interpreter::run(const char* bytes, size_t length) {
   parser.setRange(bytes, length);
   suspendFlag = false;
   turnsLeft_ = turnsPerQuestion;
+  questions_ = 0;
   try {
     runTurns();
   } catch (...) {
@@ -51,12 +55,16 @@ void Interpreter::run(const char* text) {
 }
 
 void Interpreter::runTurns() {
-  for (uint64_t turn = 0; turn < limits::engineTurns && !suspendFlag; ++turn) {
-    if (--turnsLeft_ == 0) {
-      askWhetherToStop();
+  while (!suspendFlag) {
+    PostscriptObject* top = executionStack.top();
+    if (top && top->runBy == RunBy::array && top->executable) {
+      runArray(static_cast<ArrayObject*>(top));
+      continue;
     }
-    if (PostscriptObject* top = executionStack.top()) {
-      runTop(top);
+    countTurn();
+    if (top) {
+      const Held<> object = hold(executionStack.pop());
+      runObject(object.get());
     } else if (!runToken()) {
       return;
     }
@@ -103,41 +111,34 @@ bool Interpreter::isBrace(const PostscriptObject& object) const {
   return name && (name->name == openBrace_.text || name->name == closeBrace_.text);
 }
 
-void Interpreter::runTop(PostscriptObject* top) {
-  if (top->type == TypeTag::array && top->executable) {
-    runArray(static_cast<ArrayObject*>(top));
-  } else {
-    const Held<> object = hold(executionStack.pop());
-    runObject(object.get());
-  }
-}
-
 // The array stays on the execution stack under its elements, as it would after being pushed under
-// each of them again.
+// each of them again. An element may end the array's run, start it anew or delete it, so all is
+// looked at again after each.
 void Interpreter::runArray(ArrayObject* array) {
-  const ObjectStack& items = array->items();
-  if (array->execIndex < items.size()) {
+  do {
+    countTurn();
+    const ObjectStack& items = array->items();
+    if (array->execIndex >= items.size()) {
+      return endArray(array);
+    }
     PostscriptObject* element = items.at(array->execIndex++);
     if (!element->executable) {
       operandStack.pushChecked(element);
-    } else if (isPlainName(*element)) {
+    } else if (element->runBy == RunBy::name) {
       runName(static_cast<NameObject*>(element)->symbol());
     } else {
       const Held<> held = hold(element);
       runObject(element);
     }
-    return;
-  }
+  } while (executionStack.topIs(array) && array->executable && !suspendFlag);
+}
+
+void Interpreter::endArray(ArrayObject* array) {
   const Held<> finished = hold(executionStack.pop());
-  if (!items.empty()) {
+  if (!array->items().empty()) {
     array->executable = false;
     array->execIndex = 0;
   }
-}
-
-bool Interpreter::isPlainName(const PostscriptObject& object) const {
-  return object.type == TypeTag::name &&
-         static_cast<const NameObject&>(object).symbol().table() == &memory.symbols;
 }
 
 void Interpreter::runName(Symbol& symbol) {
@@ -145,7 +146,9 @@ void Interpreter::runName(Symbol& symbol) {
   if (!value) {
     throw Ex("NameObject", 25, "NOTHING TO EXECUTE for " + symbol.text + "\n");
   }
-  makeRunnable(value);
+  if (value->runBy == RunBy::array) {
+    makeRunnable(value);
+  }
   const Held<> held = hold(value);
   runObject(value);
 }
@@ -153,7 +156,7 @@ void Interpreter::runName(Symbol& symbol) {
 void Interpreter::runObject(PostscriptObject* object) {
   if (!object->executable) {
     operandStack.pushChecked(object);
-  } else if (object->type == TypeTag::array) {
+  } else if (object->runBy == RunBy::array) {
     executionStack.pushChecked(object);
   } else {
     object->execute(*this);

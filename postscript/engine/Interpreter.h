@@ -67,20 +67,23 @@ class Interpreter {
   void runTurns();
   // Takes the next token and runs, pushes or collects it. False when the input is used up.
   bool runToken();
-  // One turn with the top of the execution stack.
-  void runTop(PostscriptObject* top);
-  // One step of a running array.
+  // Steps through a running array, the top of the execution stack, while it stays the top.
   void runArray(ArrayObject* array);
+  void endArray(ArrayObject* array);
   // Runs what the name stands for, at once: nothing can look between the name and its value.
   void runName(Symbol& symbol);
   // Pushes a literal object, starts an array, executes anything else.
   void runObject(PostscriptObject* object);
   bool isBrace(const PostscriptObject& object) const;
-  // A name that is no operator, and whose symbol is of the interpreter's table.
-  bool isPlainName(const PostscriptObject& object) const;
   void askWhetherToStop();
+  void countTurn() {
+    if (--turnsLeft_ == 0) {
+      askWhetherToStop();
+    }
+  }
 
   uint32_t turnsLeft_ = turnsPerQuestion;
+  uint64_t questions_ = 0;  // in this run
   // While a procedure is being collected, these two names run.
   Symbol& openBrace_;
   Symbol& closeBrace_;

@@ -70,6 +70,11 @@ constexpr auto mayBeginNumber = [] {
   return table;
 }();
 
+Token numberToken(const NumberToken& number) {
+  return number.kind == NumberToken::Kind::integer ? Token::ofInteger(number.integer)
+                                                   : Token::ofReal(number.real);
+}
+
 bool isOctal(char c) {
   return c >= '0' && c <= '7';
 }
@@ -109,9 +114,12 @@ void Parser::stepBack() {
   --current;
 }
 
+bool Parser::isSeparator(char c, State state) {
+  return separatorTable[static_cast<uint8_t>(c)] & 1u << static_cast<unsigned>(state);
+}
+
 const char* Parser::endOfRun(const char* at, const char* end, State separators) {
-  const unsigned bit = 1u << static_cast<unsigned>(separators);
-  while (at < end && !(separatorTable[static_cast<uint8_t>(*at)] & bit)) {
+  while (at < end && !isSeparator(*at, separators)) {
     ++at;
   }
   return at;
@@ -155,10 +163,11 @@ PostscriptObject* Parser::nextToken() {
     case Token::Kind::name:
       return new NameObject(*next.symbol);
     case Token::Kind::object:
+      return next.object;
     case Token::Kind::none:
       break;
   }
-  return next.object;
+  return nullptr;
 }
 
 Token Parser::next() {
@@ -201,6 +210,14 @@ Token Parser::readInPlace() {
 }
 
 Token Parser::readRegular(const char* first) {
+  if (mayBeginNumber[static_cast<uint8_t>(*first)]) {
+    NumberToken number;
+    const char* last = readPlainDecimal(first, end, number);
+    if (number && last < end && isSeparator(*last, State::scan)) {
+      current = last;
+      return numberToken(number);
+    }
+  }
   const char* last = endOfRun(first, end, State::scan);
   if (last == end) {
     return {};
@@ -423,11 +440,11 @@ Token Parser::stepLiteralName() {
   }
   Token finished;
   if (token.size() > 1 && token[0] == '/') {
-    finished.object = dictionaries.lookup(std::string_view(token).substr(1));
-    if (!finished.object) {
+    PostscriptObject* value = dictionaries.lookup(std::string_view(token).substr(1));
+    if (!value) {
       throw Ex(tokenFile, 147, "Undefined Immediately Evaluated Name");
     }
-    finished.kind = Token::Kind::object;
+    finished = Token::ofObject(value);
   } else {
     finished = literalName(token);
   }
@@ -437,25 +454,21 @@ Token Parser::stepLiteralName() {
 
 Token Parser::textToken(std::string_view text) const {
   if (mayBeginNumber[static_cast<uint8_t>(text[0])]) {
-    const NumberToken number = readNumber(text);
-    if (number.kind == NumberToken::Kind::integer) {
-      return {Token::Kind::integer, number.integer};
-    }
-    if (number.kind == NumberToken::Kind::real) {
-      return {Token::Kind::real, 0, number.real};
+    if (const NumberToken number = readNumber(text)) {
+      return numberToken(number);
     }
   }
   return nameToken(text);
 }
 
 Token Parser::nameToken(std::string_view text) const {
-  return {Token::Kind::name, 0, 0, &memory.symbols.symbolOf(text)};
+  return Token::ofName(memory.symbols.symbolOf(text));
 }
 
 Token Parser::literalName(std::string_view text) const {
   auto* name = new NameObject(memory.symbols.symbolOf(text));
   name->executable = false;
-  return {Token::Kind::object, 0, 0, nullptr, name};
+  return Token::ofObject(name);
 }
 
 Token Parser::stringToken(std::string_view text, const char* filter) const {
@@ -463,7 +476,7 @@ Token Parser::stringToken(std::string_view text, const char* filter) const {
   if (filter) {
     string->filters() = FilterNames(filter, {});
   }
-  return {Token::Kind::object, 0, 0, nullptr, string.release()};
+  return Token::ofObject(string.release());
 }
 
 Token Parser::finishedString(size_t from, const char* filter) {

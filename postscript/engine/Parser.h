@@ -60,6 +60,7 @@ class Parser {
   // Collects the token up to a separator of the state, and leaves that unread. False when the
   // range ends first; what was collected stays. The text of a comment is dropped.
   bool collect(State separators);
+  static bool isSeparator(char c, State state);
   // The first separator of the state, or the end.
   static const char* endOfRun(const char* at, const char* end, State separators);
   // One step in each state. A token when the step has finished one.

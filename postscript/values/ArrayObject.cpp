@@ -40,11 +40,14 @@ bool ArrayData::mayGo() const {
 
 ArrayObject::ArrayObject(VirtualMemoryObject& space, char kind)
     : CompositeObject(space, std::make_unique<ArrayData>(kind)) {
+  runBy = RunBy::array;
   executable = false;
 }
 
 ArrayObject::ArrayObject(const ArrayObject& source)
-    : CompositeObject(source, source.executable), execIndex(source.execIndex) {}
+    : CompositeObject(source, source.executable), execIndex(source.execIndex) {
+  runBy = RunBy::array;
+}
 
 std::string ArrayObject::describe() const {
   std::string text = typeName(type) + (", size=" + std::to_string(items().size()));
@@ -66,15 +69,6 @@ PostscriptObject* ArrayObject::element(int32_t index) const {
     throw Ex(sourceFile, 78, "No object at given array index");
   }
   return item;
-}
-
-void makeRunnable(PostscriptObject* object) {
-  auto* array = as<ArrayObject>(object);
-  if (!array || !array->isProcedure()) {
-    return;
-  }
-  array->executable = true;
-  array->execIndex = 0;
 }
 
 void makeLiteral(PostscriptObject* object) {

@@ -52,7 +52,13 @@ class ArrayObject : public CompositeObject {
 };
 
 // A procedure is set to run from its start; anything else stays as it is.
-void makeRunnable(PostscriptObject* object);
+inline void makeRunnable(PostscriptObject* object) {
+  auto* array = as<ArrayObject>(object);
+  if (array && array->isProcedure()) {
+    array->executable = true;
+    array->execIndex = 0;
+  }
+}
 // A procedure is literal and at its start again; anything else stays as it is.
 void makeLiteral(PostscriptObject* object);
 

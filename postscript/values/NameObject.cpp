@@ -4,6 +4,7 @@ namespace postscript {
 
 NameObject::NameObject(Symbol& symbol) : PostscriptObject(tag), name(symbol.text), symbol_(symbol) {
   symbol_.take();
+  runBy = symbol.table() ? RunBy::name : RunBy::execute;
 }
 
 NameObject::~NameObject() {

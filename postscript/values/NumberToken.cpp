@@ -9,17 +9,13 @@ namespace postscript {
 
 namespace {
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 bool isSpace(char c) {
   return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
 // 36 for no digit of any base.
 int digitValue(char c) {
-  if (isDigit(c)) {
+  if (detail::isDigit(c)) {
     return c - '0';
   }
   if (c >= 'a' && c <= 'z') {
@@ -29,11 +25,6 @@ int digitValue(char c) {
     return c - 'A' + 10;
   }
   return 36;
-}
-
-int32_t saturated(int64_t value) {
-  using Limits = std::numeric_limits<int32_t>;
-  return static_cast<int32_t>(std::clamp<int64_t>(value, Limits::min(), Limits::max()));
 }
 
 // The C library's strtol for 32 bits, as a rule of its own so that every platform's gives the same:
@@ -69,16 +60,17 @@ std::optional<int32_t> wholeNumber(std::string_view text, int base) {
   if (at == digits || at < text.size()) {
     return std::nullopt;
   }
-  return saturated(negative ? -value : value);
+  return detail::saturated(negative ? -value : value);
 }
 
 std::optional<int32_t> readRadix(std::string_view token) {
-  if (token.size() > 2 && token[1] == '#' && isDigit(token[0])) {
+  if (token.size() > 2 && token[1] == '#' && detail::isDigit(token[0])) {
     if (auto number = wholeNumber(token.substr(2), token[0] - '0')) {
       return number;
     }
   }
-  if (token.size() > 3 && token[2] == '#' && isDigit(token[0]) && isDigit(token[1])) {
+  if (token.size() > 3 && token[2] == '#' && detail::isDigit(token[0]) &&
+      detail::isDigit(token[1])) {
     return wholeNumber(token.substr(3), (token[0] - '0') * 10 + (token[1] - '0'));
   }
   return std::nullopt;
@@ -89,7 +81,7 @@ bool hasRealForm(std::string_view token) {
   int points = 0;
   for (size_t i = 0; i < token.size(); ++i) {
     const char c = token[i];
-    if (isDigit(c)) {
+    if (detail::isDigit(c)) {
       continue;
     }
     const bool sign = i == 0 && (c == '+' || c == '-');
@@ -108,49 +100,17 @@ bool hasNonzeroDigit(std::string_view token) {
          std::string_view::npos;
 }
 
-// The largest powers of ten that matter here are exact doubles, as are all integers of 15 digits.
-constexpr double powersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                  1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-constexpr size_t mostDigits = 15;
-
-// The form that nearly all numbers have: a sign, digits, a point, with at most 15 digits in all.
-// The digits are read as an integer and divided by a power of ten: both are exact, so the one
-// rounding of the division gives the nearest double, as the long way does. `none` for any other
-// text, which may be a number all the same.
-NumberToken readPlainDecimal(std::string_view token) {
-  const bool negative = token.starts_with('-');
-  if (negative || token.starts_with('+')) {
-    token.remove_prefix(1);
-  }
-  if (token.size() > mostDigits + 1) {
-    return {};
-  }
+// The whole text in the form that nearly all numbers have; none for any other text, which may be a
+// number all the same.
+NumberToken wholeDecimal(std::string_view token) {
   const char* const end = token.data() + token.size();
-  const char* point = end;
-  int64_t value = 0;
-  for (const char* at = token.data(); at != end; ++at) {
-    if (isDigit(*at)) {
-      value = value * 10 + (*at - '0');
-    } else if (*at == '.' && point == end) {
-      point = at;
-    } else {
-      return {};
-    }
-  }
-  const size_t digits = token.size() - (point != end);
-  if (digits < 1 || digits > mostDigits) {
-    return {};
-  }
-  if (point == end) {
-    return NumberToken::ofInteger(saturated(negative ? -value : value));
-  }
-  const double real = static_cast<double>(value) / powersOfTen[end - point - 1];
-  return NumberToken::ofReal(negative ? -real : real);
+  NumberToken number;
+  return readPlainDecimal(token.data(), end, number) == end ? number : NumberToken();
 }
 
 // Whether a number can begin so; the long way begins with a look at most of a name's bytes.
 bool canBegin(char c) {
-  return isDigit(c) || c == '-' || c == '+' || c == '.' || c == 'e' || c == 'E';
+  return detail::isDigit(c) || c == '-' || c == '+' || c == '.' || c == 'e' || c == 'E';
 }
 
 }  // namespace
@@ -164,7 +124,7 @@ std::optional<int32_t> readInteger(std::string_view token) {
   }
   const bool sign = token[0] == '-' || token[0] == '+';
   for (size_t i = sign ? 1 : 0; i < token.size(); ++i) {
-    if (!isDigit(token[i])) {
+    if (!detail::isDigit(token[i])) {
       return std::nullopt;
     }
   }
@@ -197,7 +157,7 @@ NumberToken readNumber(std::string_view token) {
   if (!token.empty() && !canBegin(token[0])) {
     return {};
   }
-  if (const NumberToken number = readPlainDecimal(token)) {
+  if (const NumberToken number = wholeDecimal(token)) {
     return number;
   }
   if (const auto integer = readInteger(token)) {

@@ -3,7 +3,10 @@
 // everything else the rules' own long way.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -21,6 +24,63 @@ struct NumberToken {
   int32_t integer = 0;  // of an integer
   double real = 0;      // of a real
 };
+
+namespace detail {
+
+inline constexpr size_t mostDigits = 15;
+// Those that matter here are exact doubles, as are all integers of 15 digits.
+inline constexpr double powersOfTen[mostDigits + 1] = {
+    1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+constexpr bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+constexpr int32_t saturated(int64_t value) {
+  using Limits = std::numeric_limits<int32_t>;
+  return static_cast<int32_t>(std::clamp<int64_t>(value, Limits::min(), Limits::max()));
+}
+
+}  // namespace detail
+
+// Reads as far as a text has the form of nearly all numbers: a sign, digits, a point, with at most
+// 15 digits in all. Returns the place after it, and the number, none when the form is not met.
+//
+// The digits are read as an integer and divided by a power of ten: both are exact, so the one
+// rounding of the division gives the nearest double, as the long way does.
+inline const char* readPlainDecimal(const char* at, const char* end, NumberToken& number) {
+  const bool negative = at != end && *at == '-';
+  if (negative || (at != end && *at == '+')) {
+    ++at;
+  }
+  const char* first = at;
+  int64_t value = 0;
+  const auto readDigits = [&] {
+    const char* const limit = end - at > 17 ? at + 17 : end;
+    for (; at != limit && detail::isDigit(*at); ++at) {
+      value = value * 10 + (*at - '0');
+    }
+  };
+  readDigits();
+  auto digits = static_cast<size_t>(at - first);
+  size_t decimals = 0;
+  const bool real = digits <= detail::mostDigits && at != end && *at == '.';
+  if (real) {
+    first = ++at;
+    readDigits();
+    decimals = static_cast<size_t>(at - first);
+    digits += decimals;
+  }
+  if (digits < 1 || digits > detail::mostDigits) {
+    number = {};
+  } else if (!real) {
+    number = NumberToken::ofInteger(detail::saturated(negative ? -value : value));
+  } else {
+    const double size = static_cast<double>(value) / detail::powersOfTen[decimals];
+    number = NumberToken::ofReal(negative ? -size : size);
+  }
+  return at;
+}
 
 // The text as an integer, else as a real, else neither.
 NumberToken readNumber(std::string_view token);

@@ -48,6 +48,11 @@ struct List {
   uint32_t count;
 };
 
+// In a shared object the general way to a thread's data is a call; these few bytes are reserved
+// when the library is loaded instead.
+#ifdef __linux__
+[[gnu::tls_model("initial-exec")]]
+#endif
 constinit thread_local List lists[listCount] = {};
 
 struct EmptiesListsWithThread {

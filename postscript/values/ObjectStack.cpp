@@ -92,18 +92,11 @@ void ObjectStack::clear() {
   }
 }
 
-bool ObjectStack::numberFromTop(int32_t depth, NumberOperand& number) const {
-  const StackItem& item = itemFromTop(depth);
-  if (item.kind == StackItem::Kind::real) {
-    number = {true, 0, item.real};
-  } else if (item.kind == StackItem::Kind::integer) {
-    number = {false, item.integer, static_cast<double>(item.integer)};
-  } else if (item.kind == StackItem::Kind::boolean) {
-    return false;
-  } else if (const auto* integer = as<IntegerObject>(item.object)) {
-    number = {false, integer->value, static_cast<double>(integer->value)};
-  } else if (const auto* real = as<RealObject>(item.object)) {
-    number = {true, 0, real->value};
+bool ObjectStack::numberOfObject(const PostscriptObject* object, NumberOperand& number) {
+  if (const auto* integer = as<IntegerObject>(object)) {
+    number = NumberOperand::ofInteger(integer->value);
+  } else if (const auto* real = as<RealObject>(object)) {
+    number = NumberOperand::ofReal(real->value);
   } else {
     return false;
   }
@@ -133,16 +126,6 @@ void ObjectStack::pushCloneFromTop(int32_t depth) {
   }
   makeRoom();
   pushChecked(item.object->clone());
-}
-
-void ObjectStack::drop(int32_t count) {
-  for (; count > 0; --count) {
-    const StackItem item = items_.back();
-    items_.pop_back();
-    if (item.kind == StackItem::Kind::object) {
-      giveUp(item.object);
-    }
-  }
 }
 
 }  // namespace postscript

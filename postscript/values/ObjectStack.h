@@ -58,6 +58,11 @@ struct StackItem {
 
 // A number on a stack, in either form.
 struct NumberOperand {
+  static NumberOperand ofInteger(int32_t value) {
+    return {false, value, static_cast<double>(value)};
+  }
+  static NumberOperand ofReal(double value) { return {true, 0, value}; }
+
   bool isReal = false;
   int32_t integer = 0;
   double real = 0;  // the value, of an integer too
@@ -103,6 +108,10 @@ class ObjectStack {
   }
   // Null when empty.
   PostscriptObject* top() const { return items_.empty() ? nullptr : objectAt(items_.size() - 1); }
+  bool topIs(const PostscriptObject* object) const {
+    return !items_.empty() && items_.back().kind == StackItem::Kind::object &&
+           items_.back().object == object;
+  }
   // Replaces; at the index that equals the size, appends. Fails outside.
   void setAt(int64_t index, PostscriptObject* object);
   // Moves the topmost `count` objects to the end of another stack in their order.
@@ -118,7 +127,22 @@ class ObjectStack {
     return items_[items_.size() - 1 - static_cast<size_t>(depth)];
   }
   // Whether the item is a number; then `number` has its value.
-  bool numberFromTop(int32_t depth, NumberOperand& number) const;
+  bool numberFromTop(int32_t depth, NumberOperand& number) const {
+    const StackItem& item = itemFromTop(depth);
+    switch (item.kind) {
+      case StackItem::Kind::integer:
+        number = NumberOperand::ofInteger(item.integer);
+        return true;
+      case StackItem::Kind::real:
+        number = NumberOperand::ofReal(item.real);
+        return true;
+      case StackItem::Kind::boolean:
+        return false;
+      case StackItem::Kind::object:
+        break;
+    }
+    return numberOfObject(item.object, number);
+  }
   TypeTag typeFromTop(int32_t depth) const;
   // Pushes a clone of the item: the same as cloning its object.
   void pushCloneFromTop(int32_t depth);
@@ -134,7 +158,15 @@ class ObjectStack {
     return true;
   }
   // Gives up the topmost items; there must be so many.
-  void drop(int32_t count = 1);
+  void drop(int32_t count = 1) {
+    for (; count > 0; --count) {
+      const StackItem item = items_.back();
+      items_.pop_back();
+      if (item.kind == StackItem::Kind::object) {
+        giveUp(item.object);
+      }
+    }
+  }
 
   const char* const name;
 
@@ -146,6 +178,7 @@ class ObjectStack {
   // The object of a plain value, which takes its place.
   PostscriptObject* makeObject(size_t index) const;
   [[noreturn]] static void failOnNull();
+  static bool numberOfObject(const PostscriptObject* object, NumberOperand& number);
   void makeRoom() {
     if (items_.size() == items_.capacity()) {
       items_.reserve(items_.size() * 2 + 8);

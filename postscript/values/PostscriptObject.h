@@ -37,6 +37,13 @@ enum class TypeTag : uint32_t {
 // "ps_integer" and so on; "unknown" for a number that is no tag.
 const char* typeName(TypeTag tag);
 
+// How the engine runs an executable object.
+enum class RunBy : uint8_t {
+  execute,  // by its own operation
+  name,     // a plain name of the interpreter's symbols: by what it stands for
+  array,    // element by element
+};
+
 class PostscriptObject : public objectPool::Pooled {
  public:
   explicit PostscriptObject(TypeTag theType) : type(theType) {}
@@ -56,6 +63,7 @@ class PostscriptObject : public objectPool::Pooled {
   virtual PostscriptObject* clone() const = 0;
 
   bool executable = true;
+  RunBy runBy = RunBy::execute;
   int32_t refCount = 0;
   const TypeTag type;
   int32_t holders = 0;

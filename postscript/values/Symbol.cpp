@@ -35,7 +35,7 @@ uint32_t hashOf(std::string_view text) {
 SymbolTable::SymbolTable() : slots_(initialSlots) {}
 
 SymbolTable::~SymbolTable() {
-  for (Symbol* symbol : slots_) {
+  for (const auto& [symbol, hash] : slots_) {
     if (symbol && symbol->uses_ == 0) {
       delete symbol;
     } else if (symbol) {
@@ -47,46 +47,46 @@ SymbolTable::~SymbolTable() {
 size_t SymbolTable::slotOf(std::string_view text, uint32_t hash) const {
   const size_t mask = slots_.size() - 1;
   size_t slot = hash & mask;
-  while (slots_[slot] && (slots_[slot]->hash_ != hash || slots_[slot]->text != text)) {
+  while (slots_[slot].symbol && (slots_[slot].hash != hash || slots_[slot].symbol->text != text)) {
     slot = (slot + 1) & mask;
   }
   return slot;
 }
 
 Symbol* SymbolTable::find(std::string_view text) const {
-  return slots_[slotOf(text, hashOf(text))];
+  return slots_[slotOf(text, hashOf(text))].symbol;
 }
 
 Symbol& SymbolTable::symbolOf(std::string_view text) {
   const uint32_t hash = hashOf(text);
   size_t slot = slotOf(text, hash);
-  if (!slots_[slot]) {
+  if (!slots_[slot].symbol) {
     if (count_ * 2 >= slots_.size()) {
       makeRoom();
       slot = slotOf(text, hash);
     }
-    slots_[slot] = new Symbol(text, hash, this);
+    slots_[slot] = {new Symbol(text, hash, this), hash};
     ++count_;
   }
-  return *slots_[slot];
+  return *slots_[slot].symbol;
 }
 
 void SymbolTable::makeRoom() {
   size_t used = 0;
-  for (const Symbol* symbol : slots_) {
+  for (const auto& [symbol, hash] : slots_) {
     used += symbol && symbol->uses_ > 0;
   }
-  std::vector<Symbol*> old(used * 4 > slots_.size() ? slots_.size() * 2 : slots_.size());
+  std::vector<Slot> old(used * 4 > slots_.size() ? slots_.size() * 2 : slots_.size());
   old.swap(slots_);
   count_ = used;
-  for (Symbol* symbol : old) {
+  for (const auto& [symbol, hash] : old) {
     if (!symbol) {
       continue;
     }
     if (symbol->uses_ == 0) {
       delete symbol;
     } else {
-      slots_[slotOf(symbol->text, symbol->hash_)] = symbol;
+      slots_[slotOf(symbol->text, hash)] = {symbol, hash};
     }
   }
 }

@@ -69,7 +69,12 @@ class SymbolTable {
   size_t slotOf(std::string_view text, uint32_t hash) const;
   void makeRoom();
 
-  std::vector<Symbol*> slots_;  // open addressing; null is free; a power of two, at most half full
+  struct Slot {
+    Symbol* symbol;
+    uint32_t hash;
+  };
+
+  std::vector<Slot> slots_;  // open addressing; null is free; a power of two, at most half full
   size_t count_ = 0;
 };
 

@@ -7,7 +7,6 @@
 
 #include "tests/umpd/PrintingMachine.h"
 #include "tests/umpd/Wide.h"
-#include "umpd/DrvSpl.h"
 #include "umpd/JobEntries.h"
 #include "umpd/UmDriver2k.h"
 
@@ -437,48 +436,6 @@ TEST_F(JobTest, RunsSetupAtItsStartAndSetsDoPrintBackAtItsEnd) {
   recordOf(job).readDoPrint();
   DocEnd(m_.records, job);
   EXPECT_EQ(m_.stored(u"DoPrint"), "0");
-}
-
-TEST_F(JobTest, TheSecondDoorTakesTheEndInTwoSteps) {
-  // By its number a job is found, without one the newest is taken for it.
-  m_.machine.registry.setText(u"HKCU\\Software\\Quillpress\\", u"printerName", u"Office");
-  m_.office.jobs.push_back({.jobId = 8, .document = u"new", .statusText = {}, .position = 2});
-  EXPECT_EQ(DrvSplStartDoc(m_.records, m_.officeHandle, 0)->docName, u"new");
-  UmDriver* const job = DrvSplStartDoc(m_.records, m_.officeHandle, m_.jobNumber);
-  EXPECT_EQ(job->docName, m_.document);
-  EXPECT_EQ(job->userName, u"pat");
-  DrvSplAbort(m_.records, job);
-  EXPECT_EQ(job->status, statusInitialised | statusAborted);
-  uint32_t written = 0;
-  EXPECT_EQ(DrvSplWritePrinter(m_.records, job, "%!PS", 4, written), 1u);
-  m_.machine.files.roomLeft = 1;
-  EXPECT_EQ(DrvSplWritePrinter(m_.records, job, "show", 4, written), 0u);
-  EXPECT_EQ(DrvSplWritePrinter(m_.records, job, "page!", 5, written), 0u);
-  EXPECT_EQ(written, 5u);
-  EXPECT_EQ(DrvSplStartPage(m_.records, job), 1u);
-  EXPECT_EQ(DrvSplEndPage(m_.records, job), 1u);
-  EXPECT_TRUE(DrvSplEndDoc(m_.records, job));
-  EXPECT_EQ(job->status, statusEnded);
-  EXPECT_EQ(m_.boxes(), "");
-
-  // An ended job can be closed, and nothing else.
-  EXPECT_FALSE(DrvSplEndDoc(m_.records, job));
-  EXPECT_EQ(DrvSplStartPage(m_.records, job), 0u);
-  EXPECT_EQ(DrvSplEndPage(m_.records, job), 0u);
-  DrvSplAbort(m_.records, job);
-  DrvSplClose(m_.records, job);
-  DrvSplClose(m_.records, job);
-  EXPECT_EQ(DrvSplWritePrinter(m_.records, job, "x", 1, written), 0u);
-  EXPECT_EQ(written, 5u);
-  EXPECT_EQ(DrvSplStartDoc(m_.records, {}, 0), nullptr);
-  EXPECT_EQ(m_.boxes(),
-            "Error|DrvSplEndDoc - invalid parms\n"
-            "Error|DrvSplStartPage invalid parms\n"
-            "Error|DrvSplEndPage invalid parms\n"
-            "Error|DrvSplAbort invalid parms\n"
-            "Error|DrvSplClose - invalid parms\n"
-            "Error|DrvSplWritePrinter - invalid parms\n"
-            "Error|umpd - No printer handle or name\n");
 }
 
 }  // namespace

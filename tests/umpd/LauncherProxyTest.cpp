@@ -9,9 +9,6 @@
 
 #include "tests/umpd/OnMachine.h"
 #include "tests/umpd/Wide.h"
-#include "umpd/Impersonation.h"
-#include "umpd/ProtectedMode.h"
-#include "umpd/RunProcess.h"
 
 namespace umpd {
 namespace {
@@ -137,84 +134,6 @@ TEST_F(LauncherProxyTest, AListenersChannelWakesItAtTheEnd) {
     }
     EXPECT_EQ(event.signalled, listening);
   }
-}
-
-using RunProcessTest = OnMachine;
-
-TEST_F(RunProcessTest, SetupRunsForALauncherOfDriverVersion2) {
-  const std::u16string old = u"C:\\2\\tqpmsnd.exe";
-  const std::u16string filling(260 / 2 - 1 - old.size(), u' ');
-  PrinterSettings settings(platform_);
-  settings.setPrinterName(u"Office");
-  for (const auto& command : {std::u16string(u"C:\\3\\tqpmsnd.exe"), old + filling + u" ",
-                              u"\"" + old + u"\"", old + filling}) {
-    machine_.registry.setText(u"HKCU\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run",
-                              u"tqpmsnd.exe", command);
-    runSetupProgram(settings);
-  }
-  ASSERT_EQ(machine_.processes.started.size(), 2u);
-  EXPECT_EQ(machine_.journal.count("wait"), 2u);
-  EXPECT_EQ(machine_.processes.started[0].commandLine,
-            u"C:\\windows\\system32\\spool\\drivers\\x64\\3\\tqpsetup.exe -printer=\"Office\" "
-            u"-installStartmenu");
-  EXPECT_EQ(machine_.processes.started[0].creationFlags, 40u);
-  EXPECT_FALSE(machine_.processes.started[0].showState);
-}
-
-TEST_F(RunProcessTest, TellsStateAndExitCode) {
-  machine_.processes.programExitCode = 7;
-  uint32_t exitCode = 1;
-  EXPECT_TRUE(runProcess(platform_, u"a", u"C:\\d", false, &exitCode, 11));
-  EXPECT_EQ(exitCode, 1u);
-  EXPECT_TRUE(runProcess(platform_, u"a", u"", true, &exitCode, 5));
-  EXPECT_EQ(exitCode, 7u);
-  EXPECT_EQ(machine_.processes.started[0].showState, 0u);
-  EXPECT_EQ(machine_.processes.started[1].showState, 5u);
-  machine_.journal.failAlways("createProcess");
-  EXPECT_FALSE(runProcess(platform_, u"a b", u"", true, nullptr, 0));
-  EXPECT_EQ(machine_.messages.debugOutput.back(), u"CreateProcess failed.  Cmd Line : a b\n");
-  EXPECT_EQ(simulated_.openHandles(), 0u);
-}
-
-using ProtectedModeTest = OnMachine;
-
-TEST_F(ProtectedModeTest, ShadowsTheApplicationData) {
-  auto& folders = machine_.files.folders;
-  const std::string cache = "\\Microsoft\\Windows\\Temporary Internet Files\\Virtualized\\";
-  const auto path = [&] { return narrow(virtualizedTempPath(platform_)); };
-  folders[SpecialFolder::localApplicationData] = u"C:\\Data\\Local";
-  EXPECT_EQ(path(), "C:\\Data\\Local" + cache + "C\\Data\\Local\\");
-  folders[SpecialFolder::localApplicationData] = u"";
-  folders[SpecialFolder::applicationData] = u"D:\\R\\";
-  EXPECT_EQ(path(), "D:\\R\\" + cache + "D\\R\\");
-  folders[SpecialFolder::applicationData] = u"D:\\" + std::u16string(250, u'r');
-  EXPECT_EQ(path().size(), 519u);
-  folders.clear();
-  EXPECT_EQ(path(), cache);
-}
-
-using ImpersonationTest = OnMachine;
-
-TEST_F(ImpersonationTest, StepsOutAndBack) {
-  Impersonation impersonation(platform_);
-  impersonation.revertToSpooler();
-  EXPECT_FALSE(machine_.spooler.impersonating);
-  impersonation.returnToClient();
-  EXPECT_TRUE(machine_.spooler.impersonating);
-
-  machine_.modules.present[u"spoolss.dll"].clear();
-  impersonation.revertToSpooler();
-  machine_.modules.present.erase(u"spoolss.dll");
-  impersonation.revertToSpooler();
-  simulated_.become(WindowsRelease::windows98);
-  impersonation.revertToSpooler();
-  impersonation.returnToClient();
-  ASSERT_EQ(machine_.messages.boxes.size(), 2u);
-  EXPECT_EQ(machine_.messages.boxes[0].caption, u"GetProcAddress RevertToPrinterSelf");
-  EXPECT_EQ(machine_.messages.boxes[1].caption, u"LoadLibrary spoolss.dll");
-  EXPECT_EQ(machine_.messages.boxes[1].flags, 0x200000u);
-  EXPECT_EQ(machine_.journal.count("impersonatePrinterClient"), 1u);
-  EXPECT_EQ(simulated_.openHandles(), 0u);
 }
 
 }  // namespace

@@ -24,6 +24,8 @@ class ContractMachine {
                             const std::vector<std::u16string>& lines) = 0;
   // A job of that document in the printer's queue; its number.
   virtual uint32_t startJob(const std::u16string& document) = 0;
+  // The handle that the last job is printed with.
+  virtual PrinterHandle jobsHandle() = 0;
   // Another holder of the mutex died with it.
   virtual void abandonMutex(const std::u16string& name) = 0;
 

@@ -61,6 +61,11 @@ class SimulatedContractMachine : public ContractMachine {
     return lastJob_;
   }
 
+  PrinterHandle jobsHandle() override {
+    SimulatedSpooler& spooler = machine_->machine.spooler;
+    return spooler.handleOf(*spooler.find(printer));
+  }
+
   void abandonMutex(const std::u16string& name) override {
     machine_->machine.objects.find(name)->abandoned = true;
   }
@@ -268,6 +273,24 @@ TEST_P(PlatformContract, JobsAreCountedListedAndDeleted) {
   EXPECT_TRUE(spooler_.setJob(printer.get(), job, 5));
   EXPECT_EQ(spooler_.jobDocument(printer.get(), job).has_value(), !machine_->answersForJobs);
   EXPECT_FALSE(spooler_.setJob(PrinterHandle{0x1234567}, job, 5));
+}
+
+TEST_P(PlatformContract, APrinterCountsTheBytesItTakes) {
+  machine_->startJob(u"Bytes");
+  uint32_t written = 9;
+  EXPECT_TRUE(
+      spooler_.writePrinter(machine_->jobsHandle(), std::as_bytes(std::span("abc", 3)), written));
+  EXPECT_EQ(written, 3u);
+  EXPECT_FALSE(
+      spooler_.writePrinter(PrinterHandle{0x1234567}, std::as_bytes(std::span("abc", 3)), written));
+}
+
+TEST_P(PlatformContract, AClientsRightsAreGivenBack) {
+  const auto revert = function(u"spoolss.dll", "RevertToPrinterSelf");
+  const auto impersonate = function(u"spoolss.dll", "ImpersonatePrinterClient");
+  // Outside the spooler there may be no client.
+  const TokenHandle token = spooler_.revertToPrinterSelf(revert);
+  EXPECT_TRUE(token == TokenHandle{} || spooler_.impersonatePrinterClient(impersonate, token));
 }
 
 TEST_P(PlatformContract, DescriptorsTakeListsOnceInitialized) {
@@ -489,6 +512,17 @@ TEST_P(PlatformContract, ErrorsHaveTextsAndLastUntilReported) {
     messages.setLastError(77);
   }
   EXPECT_EQ(messages.lastError(), 77u) << "closing changed it";
+}
+
+TEST_P(PlatformContract, MessagesAreShownWhateverTheirText) {
+  Messages& messages = platform_.messages;
+  for (const std::u16string& text : {std::u16string(), std::u16string(2000, u'\u20AC')}) {
+    EXPECT_NO_THROW(messages.box(text, text, serviceNotification));
+    EXPECT_NO_THROW(messages.debug(text));
+    const std::string bytes(text.size(), '%');
+    EXPECT_NO_THROW(messages.narrowBox(bytes, bytes, serviceNotification));
+    EXPECT_NO_THROW(messages.narrowDebug(bytes));
+  }
 }
 
 TEST_P(PlatformContract, LowMemoryHasAddressesOfThirtyTwoBits) {

@@ -2,10 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include "umpd/PrinterList.h"
 
 #include "tests/umpd/OnMachine.h"
-#include "umpd/OutFile.h"
 
 namespace umpd {
 namespace {
@@ -124,25 +122,6 @@ TEST_F(PrinterInfoTest, TroubleIsTheMask) {
   }
 }
 
-TEST_F(PrinterInfoTest, FindPortTakesThePortOrItsCommaForm) {
-  machine_.spooler.add(u"Foreign", u"\\\\server\\laser", u"Another Driver");
-  machine_.spooler.add(u"Backslashed", u"\\\\server\\laser", u"tarnwick QUILLPRESS");
-  machine_.spooler.add(u"Commas", u",,Server,inkjet");
-  machine_.spooler.add(u"Not the first", u"TQP1:");
-  machine_.spooler.add(u"No port", u"").port.reset();
-  machine_.spooler.add(u"No driver", u",,server,orphan").driver.reset();
-  const std::pair<std::u16string, std::u16string> cases[] = {
-      {u",,server,laser", u"Backslashed"}, {u"\\\\SERVER\\laser", u"Backslashed"},
-      {u",,server,inkjet", u"Commas"},     {u"\\\\server\\inkjet", u"(none)"},
-      {u",,server,orphan", u"(none)"},     {u"TQP1:", u"Office"}};
-  for (const auto& [wanted, found] : cases) {
-    std::u16string result = u"(none)";
-    FindPort callback(wanted, result);
-    EXPECT_EQ(enumeratePrinters(platform_, callback), found != u"(none)");
-    EXPECT_EQ(result, found);
-  }
-}
-
 TEST(BuildDevMode, NamesTheDeviceByItsLastComponent) {
   const std::u16string fits(31, u'd');
   const std::pair<std::u16string, std::u16string> cases[] = {{u"\\\\server\\laser", u"laser"},
@@ -152,15 +131,6 @@ TEST(BuildDevMode, NamesTheDeviceByItsLastComponent) {
                                                              {u"\\\\server\\d" + fits, fits}};
   for (const auto& [name, device] : cases) {
     EXPECT_EQ(buildDevMode(name).deviceName, device);
-  }
-}
-
-TEST_F(OnMachine, OutFileAppendsOrBeginsAnew) {
-  OutFile file(platform_.files);
-  for (const bool append : {false, true}) {
-    ASSERT_TRUE(file.open(u"C:\\work\\f", append));
-    EXPECT_TRUE(file.write(std::as_bytes(std::span("ab", 2))));
-    EXPECT_EQ(machine_.files.content(u"C:\\work\\f"), append ? "abab" : "ab");
   }
 }
 

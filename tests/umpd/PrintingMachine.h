@@ -52,7 +52,10 @@ class PrintingMachine {
     for (const auto& [operation, detail] : journal.calls()) {
       if (std::ranges::find(told, operation) != std::end(told) ||
           detail.ends_with(u"FinishPrintEv")) {
-        story.append(operation).append(detail.empty() ? "" : " ").append(narrow(detail)).append("\n");
+        story.append(operation)
+            .append(detail.empty() ? "" : " ")
+            .append(narrow(detail))
+            .append("\n");
       }
     }
     return story;

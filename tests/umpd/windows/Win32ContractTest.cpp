@@ -69,6 +69,10 @@ class Win32ContractMachine : public ContractMachine {
     return job_->id;
   }
 
+  PrinterHandle jobsHandle() override {
+    return PrinterHandle{reinterpret_cast<uintptr_t>(job_->printer)};
+  }
+
   void abandonMutex(const std::u16string& name) override {
     std::thread([&] {
       WaitForSingleObject(OpenMutexW(SYNCHRONIZE, FALSE, wide(name)), INFINITE);
