@@ -113,12 +113,7 @@ void CleartomarkOperator::execute(Interpreter& ps) {
 }
 
 void CounttomarkOperator::execute(Interpreter& ps) {
-  int32_t count = 0;
-  const int32_t size = ps.operandStack.size();
-  while (count < size && ps.operandStack.typeFromTop(count) != TypeTag::mark) {
-    ++count;
-  }
-  pushInteger(ps, count);
+  pushInteger(ps, ps.operandStack.countToMark());
 }
 
 void PopOperator::execute(Interpreter& ps) {

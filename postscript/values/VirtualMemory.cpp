@@ -21,7 +21,12 @@ VirtualMemoryObject::~VirtualMemoryObject() {
 }
 
 std::string VirtualMemoryObject::describe() const {
-  return typeName(type) + (" " + name);
+  std::string text = typeName(type);
+  text += ' ';
+  for (size_t i = 0; i < copies_; ++i) {
+    text += "Copy of ";
+  }
+  return text + *name_;
 }
 
 void VirtualMemoryObject::enter(CompositeData& body) {

@@ -3,6 +3,7 @@
 // VirtualMemorySet has the two spaces of an interpreter, and the symbols of its names.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "postscript/values/CompositeObject.h"
@@ -17,14 +18,16 @@ class VirtualMemoryObject : public PostscriptObject {
   static constexpr TypeTag tag = TypeTag::save;
 
   // symbols: for the dictionaries of the space; null for a value of save.
-  explicit VirtualMemoryObject(std::string theName, SymbolTable* symbols = nullptr)
-      : PostscriptObject(tag), name(std::move(theName)), symbols_(symbols) {}
+  explicit VirtualMemoryObject(std::string name, SymbolTable* symbols = nullptr)
+      : PostscriptObject(tag),
+        name_(std::make_shared<const std::string>(std::move(name))),
+        symbols_(symbols) {}
   // Ends the bodies, oldest first.
   ~VirtualMemoryObject() override;
 
   std::string describe() const override;
   // A new, empty space: the bodies stay with the source.
-  PostscriptObject* clone() const override { return new VirtualMemoryObject("Copy of " + name); }
+  PostscriptObject* clone() const override { return new VirtualMemoryObject(*this); }
 
   SymbolTable& symbols() const { return *symbols_; }
   // The place of the next body. Places are not used again.
@@ -33,13 +36,17 @@ class VirtualMemoryObject : public PostscriptObject {
   void enter(CompositeData& body);
   void lastHandleGone(CompositeData& body);
 
-  const std::string name;
-
  private:
+  VirtualMemoryObject(const VirtualMemoryObject& source)
+      : PostscriptObject(tag), name_(source.name_), copies_(source.copies_ + 1) {}
   void unlink(CompositeData& body);
   void endUnused();
 
-  SymbolTable* symbols_;
+  // The space's name is this, with "Copy of " in front for each of the copies that led to it: the
+  // names of a thousand copies of copies take no room.
+  std::shared_ptr<const std::string> name_;
+  size_t copies_ = 0;
+  SymbolTable* symbols_ = nullptr;
   uint32_t nextIndex_ = 0;
   CompositeData* first_ = nullptr;  // the oldest
   CompositeData* last_ = nullptr;

@@ -107,7 +107,7 @@ class Resources {
 void Resources::add(const PdfObject& record) {
   const bool isPattern = record.kind == TQP_PATTERN;
   QPDFObjectHandle stream;
-  if (record.dictionary != nullptr && record.data != nullptr) {  // else its program failed half-way
+  if (record.dictionary[0] != '\0' && record.data != nullptr) {  // else its program failed half-way
     stream = isPattern ? patternOf(record) : streamOf(pdf, record, dataOf(record));
   }
   entries[record.name] = {isPattern ? "/Pattern" : "/XObject", stream};
