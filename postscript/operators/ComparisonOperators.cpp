@@ -57,17 +57,17 @@ class ValueComparison {
   template <class Composite>
   bool equalBodies(const Composite& a, const Composite& b) {
     const std::pair<const CompositeData*, const CompositeData*> bodies(a.data, b.data);
-    if (known.count(bodies)) {
+    if (known_.count(bodies)) {
       return true;
     }
-    if (++depth > limits::nesting) {
+    if (++depth_ > limits::nesting) {
       throw Ex(sourceFile, 140, "values are nested too deep to compare");
     }
     if (!equalContents(a, b)) {
       return false;
     }
-    --depth;
-    known.insert(bodies);
+    --depth_;
+    known_.insert(bodies);
     return true;
   }
 
@@ -96,8 +96,8 @@ class ValueComparison {
     return true;
   }
 
-  std::set<std::pair<const CompositeData*, const CompositeData*>> known;
-  int depth = 0;
+  std::set<std::pair<const CompositeData*, const CompositeData*>> known_;
+  int depth_ = 0;
 };
 
 }  // namespace

@@ -59,18 +59,18 @@ bool goesUp(const PostscriptObject& increment) {
 
 }  // namespace
 
-RunningProcedure::RunningProcedure(PostscriptObject* procedure) : object(procedure) {
-  if (object) {
-    ++object->refCount;
+RunningProcedure::RunningProcedure(PostscriptObject* procedure) : object_(procedure) {
+  if (object_) {
+    ++object_->refCount;
   }
 }
 
 RunningProcedure::~RunningProcedure() {
-  if (!object) {
+  if (!object_) {
     return;
   }
-  makeLiteral(object);
-  giveUp(object);
+  makeLiteral(object_);
+  giveUp(object_);
 }
 
 ForOperator::ForOperator() : ForOperator(nullptr, nullptr, nullptr, nullptr, nullptr) {}

@@ -19,11 +19,11 @@ class RunningProcedure {
   RunningProcedure& operator=(const RunningProcedure&) = delete;
   ~RunningProcedure();
 
-  PostscriptObject* get() const { return object; }
-  explicit operator bool() const { return object != nullptr; }
+  PostscriptObject* get() const { return object_; }
+  explicit operator bool() const { return object_ != nullptr; }
 
  private:
-  PostscriptObject* object;
+  PostscriptObject* object_;
 };
 
 // initial increment limit proc for -      (the limit is exclusive)

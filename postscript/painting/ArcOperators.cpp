@@ -107,39 +107,39 @@ void Arcer::popArc(Interpreter& ps) {
 }
 
 void Arcter::popCorner(Interpreter& ps, const GraphicsState& state) {
-  radius = popNumber(ps);
-  y2 = popNumber(ps);
-  x2 = popNumber(ps);
-  y1 = popNumber(ps);
-  x1 = popNumber(ps);
-  x = state.currentX;
-  y = state.currentY;
+  radius_ = popNumber(ps);
+  y2_ = popNumber(ps);
+  x2_ = popNumber(ps);
+  y1_ = popNumber(ps);
+  x1_ = popNumber(ps);
+  x_ = state.currentX;
+  y_ = state.currentY;
 }
 
 // The arc that touches both legs of the corner: a leads from the corner back to the current point,
 // b on to the end of the second leg.
 void Arcter::writeTangentArc(Postscript2Pdf& converter) {
-  const double ax = x - x1;
-  const double ay = y - y1;
-  const double bx = x2 - x1;
-  const double by = y2 - y1;
+  const double ax = x_ - x1_;
+  const double ay = y_ - y1_;
+  const double bx = x2_ - x1_;
+  const double by = y2_ - y1_;
   const double la = ax * ax + ay * ay;
   const double lb = bx * bx + by * by;
   const double w = std::sqrt(lb * la) - (ay * by + ax * bx);
   if (w == 0) {
-    converter.topState().currentX = x1;
-    converter.topState().currentY = y1;
+    converter.topState().currentX = x1_;
+    converter.topState().currentY = y1_;
     converter.writePoint('l');
     return;
   }
-  const double t = std::fabs((ay * bx - ax * by) * radius / w);
-  const double sign = radius < 0 ? -1 : 1;
+  const double t = std::fabs((ay * bx - ax * by) * radius_ / w);
+  const double sign = radius_ < 0 ? -1 : 1;
   const double ta = sign * (t / std::sqrt(la));
   const double tb = sign * (t / std::sqrt(lb));
-  xt1 = ta * ax + x1;
-  yt1 = ta * ay + y1;
-  xt2 = tb * bx + x1;
-  yt2 = tb * by + y1;
+  xt1_ = ta * ax + x1_;
+  yt1_ = ta * ay + y1_;
+  xt2_ = tb * bx + x1_;
+  yt2_ = tb * by + y1_;
   const double firstLegAngle = std::atan2(ay, ax);
   double turn = std::atan2(by, bx) - firstLegAngle;
   if (turn > pi) {
@@ -152,15 +152,15 @@ void Arcter::writeTangentArc(Postscript2Pdf& converter) {
 
 // The arc between the tangent points, about the centre on the line that halves the corner.
 void Arcter::writeArcBetween(Postscript2Pdf& converter, double firstLegAngle, double turn) const {
-  const double ux = xt1 - x1;
-  const double uy = yt1 - y1;
+  const double ux = xt1_ - x1_;
+  const double uy = yt1_ - y1_;
   const double u = std::sqrt(ux * ux + uy * uy);
-  const double g = std::sqrt(radius * radius + u * u);
+  const double g = std::sqrt(radius_ * radius_ + u * u);
   const double m = turn * 0.5 + firstLegAngle;
-  const double cx = std::cos(m) * g + x1;
-  const double cy = std::sin(m) * g + y1;
-  ArcSpec arc{cx, cy, radius, std::atan2(yt1 - cy, xt1 - cx) * 180 / pi,
-              std::atan2(yt2 - cy, xt2 - cx) * 180 / pi};
+  const double cx = std::cos(m) * g + x1_;
+  const double cy = std::sin(m) * g + y1_;
+  ArcSpec arc{cx, cy, radius_, std::atan2(yt1_ - cy, xt1_ - cx) * 180 / pi,
+              std::atan2(yt2_ - cy, xt2_ - cx) * 180 / pi};
   if (turn >= 0) {
     arcClockwise(converter, arc);
   } else {
@@ -190,7 +190,7 @@ void ArctoOperator::execute(Interpreter& ps) {
   converter->flushMoveto();
   popCorner(ps, converter->topState());
   writeTangentArc(*converter);
-  for (const double coordinate : {xt1, yt1, xt2, yt2}) {
+  for (const double coordinate : {xt1_, yt1_, xt2_, yt2_}) {
     pushReal(ps, coordinate);
   }
 }

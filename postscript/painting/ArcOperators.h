@@ -32,12 +32,12 @@ class Arcter {
   void popCorner(Interpreter& ps, const GraphicsState& state);
   void writeTangentArc(Postscript2Pdf& converter);
 
-  double radius = 0;
-  double x = 0, y = 0;      // the current point
-  double x1 = 0, y1 = 0;    // the corner
-  double x2 = 0, y2 = 0;    // the end of the second leg
-  double xt1 = 0, yt1 = 0;  // where the arc touches the first leg
-  double xt2 = 0, yt2 = 0;  // and the second
+  double radius_ = 0;
+  double x_ = 0, y_ = 0;      // the current point
+  double x1_ = 0, y1_ = 0;    // the corner
+  double x2_ = 0, y2_ = 0;    // the end of the second leg
+  double xt1_ = 0, yt1_ = 0;  // where the arc touches the first leg
+  double xt2_ = 0, yt2_ = 0;  // and the second
 
  private:
   void writeArcBetween(Postscript2Pdf& converter, double firstLegAngle, double turn) const;

@@ -10,13 +10,17 @@
 
 namespace postscript {
 
-// Parts of a text: a number or a text each. How much room one takes at most, and its writer, which
-// returns where the part ends.
+// Parts of a text: a number, a text or a literal each. How much room one takes at most, and its
+// writer, which returns where the part ends.
 inline size_t roomFor(double) {
   return mostNumberText;
 }
 inline size_t roomFor(std::string_view text) {
   return text.size();
+}
+template <size_t size>
+constexpr size_t roomFor(const char (&)[size]) {
+  return size - 1;
 }
 inline char* writePart(char* at, double number) {
   return formatNumber(at, number);
@@ -24,6 +28,11 @@ inline char* writePart(char* at, double number) {
 inline char* writePart(char* at, std::string_view text) {
   std::memcpy(at, text.data(), text.size());
   return at + text.size();
+}
+template <size_t size>
+char* writePart(char* at, const char (&literal)[size]) {
+  std::memcpy(at, literal, size - 1);
+  return at + size - 1;
 }
 
 // Writes parts in the order given, into a text that has `room` and `endAt` as TextBuffer has them.

@@ -137,7 +137,7 @@ void Imager::reportMatrix(const Interpreter& ps, const PostscriptObject* matrix)
 }
 
 void Imager::startFetch(Interpreter& ps) {
-  ps.executionStack.pushChecked(self);
+  ps.executionStack.pushChecked(self_);
   ps.executionStack.pushChecked(dataSource);
   awaitingData = true;
   dataSource->executable = true;
@@ -222,9 +222,9 @@ int32_t Imager::targetLength() const {
 
 void Imager::emit() {
   if (imageColorMode == ColorMode::unknown) {
-    imageColorMode = imageColorModeOf(pdfConverter->topState());
+    imageColorMode = imageColorModeOf(pdfConverter_->topState());
   }
-  if (imageData.size() > Postscript2Pdf::inlineImageLimit && !pdfConverter->inPattern) {
+  if (imageData.size() > Postscript2Pdf::inlineImageLimit && !pdfConverter_->inPattern) {
     emitObject();
   } else {
     emitInline();
@@ -239,16 +239,16 @@ void Imager::emitObject() {
   if (dictionary.size() > dictionaryLimit) {
     dictionary.resize(dictionaryLimit);
   }
-  const std::string name = pdfConverter->pdfObjects->nameImage(
+  const std::string name = pdfConverter_->pdfObjects->nameImage(
       "/PSI", {TQP_IMAGE, std::move(dictionary), std::move(imageData), filterText.empty() ? 1 : 0,
                nullptr});
-  pdfConverter->write(name, " Do\n");
+  pdfConverter_->write(name, " Do\n");
 }
 
 void Imager::emitInline() {
-  pdfConverter->write("q BI\n/W ", width, " /H ", height, " /BPC ", bitsPerComponent, " /CS /",
-                      inlineSpaceName(imageColorMode), " ", filterText, "\nID\n", imageData,
-                      "\nEI\nQ\n");
+  pdfConverter_->write("q BI\n/W ", width, " /H ", height, " /BPC ", bitsPerComponent, " /CS /",
+                       inlineSpaceName(imageColorMode), " ", filterText, "\nID\n", imageData,
+                       "\nEI\nQ\n");
 }
 
 void ImageOperator::execute(Interpreter& ps) {

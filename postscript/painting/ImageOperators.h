@@ -17,7 +17,8 @@ class DictionaryObject;
 
 class Imager {
  protected:
-  Imager(NameObject* imageOperator, Postscript2Pdf* pdf) : self(imageOperator), pdfConverter(pdf) {}
+  Imager(NameObject* imageOperator, Postscript2Pdf* pdf)
+      : self_(imageOperator), pdfConverter_(pdf) {}
   Imager(const Imager&) = delete;
   Imager& operator=(const Imager&) = delete;
   ~Imager() { reset(); }
@@ -48,8 +49,8 @@ class Imager {
   void emitObject();
   void emitInline();
 
-  NameObject* const self;
-  Postscript2Pdf* const pdfConverter;
+  NameObject* const self_;
+  Postscript2Pdf* const pdfConverter_;
   ColorMode imageColorMode = ColorMode::unknown;
   std::string imageData;
   PostscriptObject* dataSource = nullptr;   // counted

@@ -115,7 +115,8 @@ void Postscript2Pdf::resetGraphicsStates() {
 
 void Postscript2Pdf::writePoint(char letter) {
   GraphicsState& state = topState();
-  write(state.currentX, " ", state.currentY, " ", std::string_view(&letter, 1), "\n");
+  const char end[] = {' ', letter, '\n', '\0'};
+  write(state.currentX, " ", state.currentY, end);
   if (letter == 'm') {
     state.pathOpen = true;
   }

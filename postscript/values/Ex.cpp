@@ -10,12 +10,16 @@ const char* Ex::report() {
   while (baseName > file + 1 && baseName[-1] != '\\') {
     --baseName;
   }
-  reportText = "[";
-  reportText.append(baseName).append(":").append(std::to_string(line)).append("] ").append(message);
-  if (reportText.back() != '\n') {
-    reportText += '\n';
+  reportText_ = "[";
+  reportText_.append(baseName)
+      .append(":")
+      .append(std::to_string(line))
+      .append("] ")
+      .append(message);
+  if (reportText_.back() != '\n') {
+    reportText_ += '\n';
   }
-  return reportText.c_str();
+  return reportText_.c_str();
 }
 
 }  // namespace postscript

@@ -22,7 +22,7 @@ class Ex {
   std::string message;
 
  private:
-  std::string reportText;
+  std::string reportText_;
 };
 
 }  // namespace postscript

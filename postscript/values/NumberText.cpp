@@ -6,7 +6,6 @@
 #include "postscript/values/NumberText.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -19,11 +18,18 @@ namespace {
 
 // The decimals by magnitude: below 1, 10, 1,000 and 10,000.
 struct Precision {
+  constexpr explicit Precision(int theDecimals) : decimals(theDecimals) {
+    for (int i = 0; i < decimals; ++i) {
+      scale *= 10;
+      wholeBits -= 8;
+    }
+  }
+
   int decimals;
-  double scale;   // ten to the power of the decimals
-  uint32_t unit;  // hundred-thousandths in the last decimal
+  double scale = 1;         // ten to the power of the decimals
+  unsigned wholeBits = 64;  // of eight digits in a word, those before the point
 };
-constexpr Precision precisions[] = {{5, 1e5, 1}, {4, 1e4, 10}, {3, 1e3, 100}, {1, 1e1, 10000}};
+constexpr Precision precisions[] = {Precision(5), Precision(4), Precision(3), Precision(1)};
 
 const Precision& precisionFor(double magnitude) {
   return precisions[(magnitude >= 1) + (magnitude >= 10) + (magnitude >= 1000)];
@@ -44,48 +50,48 @@ double productError(double number, double scale, double product) {
   return (high * scale - product) + low * scale;
 }
 
-// The exact product's nearest integer, ties to even.
+// The exact product's nearest integer, ties to even. Adding 2^52 leaves no room for a fraction: the
+// sum is rounded to an integer, which its low bits hold.
 uint32_t roundedProduct(double number, double scale) {
+  constexpr double noFractions = 4503599627370496.0;
   const double product = number * scale;
-  const auto whole = static_cast<uint32_t>(static_cast<int64_t>(product));
-  const double fraction = product - whole;
-  if (fraction == 0.5) [[unlikely]] {
+  const double sum = product + noFractions;
+  const auto whole = static_cast<uint32_t>(std::bit_cast<uint64_t>(sum));
+  const double fraction = product - (sum - noFractions);
+  if (std::fabs(fraction) == 0.5) [[unlikely]] {
     const double error = productError(number, scale, product);
-    return whole + (error > 0 || (error == 0 && whole % 2 == 1));
+    // The tie went to the even neighbour; if the exact product is on the other side, it goes there.
+    return whole + (fraction > 0 && error > 0) - (fraction < 0 && error < 0);
   }
-  return whole + (fraction > 0.5);
+  return whole;
 }
-
-// The two digits of 0 to 99, the first in the low byte.
-constexpr auto digitPairs = [] {
-  std::array<uint16_t, 100> pairs{};
-  for (unsigned i = 0; i < pairs.size(); ++i) {
-    pairs[i] = static_cast<uint16_t>(('0' + i / 10) | ('0' + i % 10) << 8);
-  }
-  return pairs;
-}();
 
 static_assert(std::endian::native == std::endian::little, "digits are put together in registers");
 
-// 0 to 9999 without leading zeros. Overwrites four bytes.
-char* writeWhole(char* at, uint32_t whole) {
-  const unsigned leadingZeros = (whole < 10) + (whole < 100) + (whole < 1000);
-  uint32_t digits = digitPairs[whole / 100] | uint32_t{digitPairs[whole % 100]} << 16;
-  digits >>= leadingZeros * 8;
-  std::memcpy(at, &digits, sizeof digits);
-  return at + 4 - leadingZeros;
+// The eight digits of a number below 10^8, each in a byte of its own, the first in the lowest.
+// Halves of four digits are parted in 32 bits each, then pairs in 16 bits, then digits.
+uint64_t eightDigits(uint32_t number) {
+  const uint64_t fours = number / 10000 | uint64_t{number % 10000} << 32;
+  const uint64_t hundreds = (fours * 10486 >> 20) & 0x0000007f0000007f;
+  const uint64_t pairs = hundreds | (fours - hundreds * 100) << 16;
+  const uint64_t tens = (pairs * 103 >> 10) & 0x000f000f000f000f;
+  return tens | (pairs - tens * 10) << 8;
 }
 
-// The point and five decimals without trailing zeros; nothing for 0. Overwrites eight bytes.
-char* writeDecimals(char* at, uint32_t hundredThousandths) {
-  const uint32_t rest = hundredThousandths % 1000;
-  const uint64_t text = uint64_t{'.'} | uint64_t{digitPairs[hundredThousandths / 1000]} << 8 |
-                        uint64_t{digitPairs[rest / 10]} << 24 | uint64_t{'0' + rest % 10} << 40;
-  std::memcpy(at, &text, sizeof text);
-  // The point is no zero: it is the last byte found when all decimals are.
-  const uint64_t noZeros = text ^ 0x303030303030;
-  const int last = (63 - std::countl_zero(noZeros)) / 8;
-  return at + last + (last != 0);
+// Writes digits with a point after the whole ones, without the zeros that lead (up to the last
+// digit before the point) or follow (up to the point, which then goes too). Overwrites 16 bytes.
+char* writeWithPoint(char* at, uint64_t digits, unsigned wholeBits) {
+  const uint64_t text = digits | 0x3030303030303030;
+  // A bit for each end where the zeros stop if no other digit does.
+  const uint64_t last = uint64_t{1} << (wholeBits - 8);
+  const int leading = std::countr_zero(digits | last) / 8;
+  const uint64_t whole = text >> leading * 8;
+  std::memcpy(at, &whole, sizeof whole);
+  at += static_cast<int>(wholeBits / 8) - leading;
+  const uint64_t decimals = text >> wholeBits << 8 | '.';
+  std::memcpy(at, &decimals, sizeof decimals);
+  const int following = (63 - std::countl_zero(digits >> wholeBits << 8 | 1)) / 8;
+  return at + following + (following != 0);
 }
 
 char* writeFixed(char* at, double value, int decimals) {
@@ -122,11 +128,10 @@ char* formatNumber(char* at, double value) {
     return magnitude < 10000 ? formatByDigits(at, value) : formatLarge(at, value);
   }
   const Precision& precision = precisionFor(magnitude);
-  const uint32_t rounded = roundedProduct(magnitude, precision.scale) * precision.unit;
+  const uint32_t rounded = roundedProduct(magnitude, precision.scale);
   *at = '-';
   at += std::signbit(value) && rounded != 0;
-  at = writeWhole(at, rounded / 100000);
-  return writeDecimals(at, rounded % 100000);
+  return writeWithPoint(at, eightDigits(rounded), precision.wholeBits);
 }
 
 void formatNumber(std::string& text, double value) {

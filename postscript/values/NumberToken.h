@@ -54,11 +54,11 @@ inline const char* readPlainDecimal(const char* at, const char* end, NumberToken
     ++at;
   }
   const char* first = at;
-  int64_t value = 0;
+  uint64_t value = 0;  // wraps where there are too many digits
   const auto readDigits = [&] {
     const char* const limit = end - at > 17 ? at + 17 : end;
     for (; at != limit && detail::isDigit(*at); ++at) {
-      value = value * 10 + (*at - '0');
+      value = value * 10 + static_cast<unsigned>(*at - '0');
     }
   };
   readDigits();
@@ -74,9 +74,11 @@ inline const char* readPlainDecimal(const char* at, const char* end, NumberToken
   if (digits < 1 || digits > detail::mostDigits) {
     number = {};
   } else if (!real) {
-    number = NumberToken::ofInteger(detail::saturated(negative ? -value : value));
+    const auto size = static_cast<int64_t>(value);
+    number = NumberToken::ofInteger(detail::saturated(negative ? -size : size));
   } else {
-    const double size = static_cast<double>(value) / detail::powersOfTen[decimals];
+    const double size =
+        static_cast<double>(static_cast<int64_t>(value)) / detail::powersOfTen[decimals];
     number = NumberToken::ofReal(negative ? -size : size);
   }
   return at;

@@ -30,11 +30,11 @@ const std::string firstPage = "%%Page: 1 1\n0 0 moveto 1 1 lineto stroke\n";
 const std::string secondPage = "%%Page: 2 2\n0 0 moveto 2 2 lineto stroke\n";
 const std::string firstText = "0 0 m\n1 1 l\nS ";
 const std::string secondText = "0 0 m\n2 2 l\nS ";
-const std::string failingPage = "%%Page: 3 3\n{nonesuch 0 0 moveto 3 3 lineto stroke} exec\n";
+const std::string failingPage = "%%Page: 3 3\nnonesuch\n";
 
 // An image too large for the content text, of one byte throughout.
 std::string largeImage(char digit) {
-  return "1 setgray 80 60 8 [1 0 0 1 0 0] {<" + std::string(9600, digit) + ">} image\n";
+  return "1 setgray 80 60 8 [80 0 0 -60 0 60] {<" + std::string(9600, digit) + ">} image\n";
 }
 
 // In a folder of its own that goes with the test.
@@ -58,8 +58,9 @@ class Convert : public testing::Test {
   }
   std::vector<std::string> files() const {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
       names.push_back(entry.path().filename().string());
+    }
     std::sort(names.begin(), names.end());
     return names;
   }
@@ -70,14 +71,15 @@ class Convert : public testing::Test {
                                 "; } 2>&1 >stdout </dev/null";
     FILE* pipe = ::popen(command.c_str(), "r");
     errors.clear();
-    for (int byte = std::fgetc(pipe); byte != EOF; byte = std::fgetc(pipe))
+    for (int byte = std::fgetc(pipe); byte != EOF; byte = std::fgetc(pipe)) {
       errors += static_cast<char>(byte);
+    }
     const int status = ::pclose(pipe);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
   std::string contentOf(const std::string& postScript) {
     write("content.ps", postScript);
-    EXPECT_EQ(shell("$Q convert --content content.ps content.txt"), 0);
+    shell("$Q convert --content content.ps content.txt");
     return read("content.txt");
   }
   std::vector<PdfPageView> pagesOf(const std::string& postScript, const std::string& options = "",
@@ -91,7 +93,9 @@ class Convert : public testing::Test {
 
 TEST_F(Convert, MakesAPageOfEachPageComment) {
   const auto pages = pagesOf("%!\n/x 1 def 9 9 moveto 8 8 lineto stroke\n" + firstPage +
-                             secondPage + "%%Trailer\nnonesuch\n");
+                                 secondPage + "%%Trailer\nnonesuch\n",
+                             "", 3);
+  EXPECT_THAT(errors, HasSubstr("Painted before the first page, and dropped: 1 path."));
   ASSERT_EQ(pages.size(), 2u);
   EXPECT_EQ(pages[0].content, firstText);
   EXPECT_EQ(pages[1].content, secondText);
@@ -111,33 +115,104 @@ TEST_F(Convert, ChoosesTheMediaBox) {
   EXPECT_THAT(pagesOf(boxed)[0].mediaBox, ElementsAre(1, 2, 30, 40));
   EXPECT_THAT(pagesOf(boxed, "--page-size A4")[0].mediaBox, ElementsAre(0, 0, 595, 842));
   EXPECT_THAT(pagesOf(boxed, "--page-size 10x20.5")[0].mediaBox, ElementsAre(0, 0, 10, 20.5));
+  EXPECT_THAT(pagesOf(boxed, "--page-size 100MMx2In")[0].mediaBox, ElementsAre(0, 0, 283.46, 144));
+  EXPECT_THAT(pagesOf(boxed, "--page-size tabloid")[0].mediaBox, ElementsAre(0, 0, 792, 1224));
 }
 
 TEST_F(Convert, ReportsAFailingPageAndKeepsTheOthers) {
-  const auto pages = pagesOf(firstPage + failingPage + secondPage, "", 1);
-  EXPECT_EQ(
-      errors,
-      "quillpress: in.ps: page 2: Exception:[ameObject:25] NOTHING TO EXECUTE for nonesuch\n");
+  const auto pages = pagesOf(firstPage + failingPage + secondPage, "", 3);
+  EXPECT_EQ(errors,
+            "quillpress: in.ps: page 2, line 4: \"nonesuch\" is no operator here, and nothing "
+            "defines it: nonesuch [ameObject:25] NOTHING TO EXECUTE for nonesuch\n"
+            "out.pdf: 2 pages; 2 paths. Left out: page 2.\n");
   ASSERT_EQ(pages.size(), 2u);
   EXPECT_EQ(pages[0].content, firstText);
   EXPECT_EQ(pages[1].content, secondText) << "what the failing page still had to do was done";
 }
 
+TEST_F(Convert, GoesOnAfterFailuresLineByLine) {
+  const auto page =
+      pagesOf(
+          "%!\n%%Page: 1\n<< /A 1 >> setpagedevice\n0 0 moveto (a\n b) pop 1 1 lineto stroke\n"
+          "nonesuch 9 9 moveto\n{nonesuch 3 setlinewidth} exec\n0 0 moveto 2 2 lineto stroke\n"
+          "nonesuch\n",
+          "", 3)
+          .at(0);
+  EXPECT_EQ(page.content, firstText + "3 w " + secondText);
+  EXPECT_THAT(errors, HasSubstr("line 3: the call of setpagedevice cannot be made; "));
+  EXPECT_THAT(errors, HasSubstr("nothing defines it (3 times): nonesuch 9 9 moveto ["));
+  EXPECT_THAT(errors, HasSubstr("1 page; 2 paths. Converted line by line, over failures: page 1."));
+}
+
+TEST_F(Convert, TakesOneCauseAndNotItsEchoes) {
+  std::string lines;
+  for (char c = 'a'; c <= 'l'; ++c) {
+    lines += std::string(3, c) + " 5 pop\n1 0 0 sub sub sub\n";
+  }
+  pagesOf("%!\n" + lines + firstPage, "", 3);
+  EXPECT_THAT(errors, HasSubstr("line 2: \"aaa\" is no operator"));
+  EXPECT_THAT(errors, HasSubstr("and 2 more kinds of failure"));
+  EXPECT_THAT(errors, HasSubstr("and 12 failures that may come of these"));
+  EXPECT_THAT(errors, Not(HasSubstr("pop - expected")));
+}
+
 TEST_F(Convert, ReportsAFailingPrologOnce) {
-  EXPECT_EQ(pagesOf("nonesuch\n" + firstPage + failingPage + secondPage, "", 1).size(), 2u);
-  EXPECT_THAT(errors, StartsWith("quillpress: in.ps: prolog: Exception:"));
+  EXPECT_EQ(pagesOf("nonesuch\n/f {stroke} def\n" + firstPage + failingPage + secondPage +
+                        "%%Page: 4 4\n0 0 moveto 3 3 lineto f\n",
+                    "", 3)
+                .size(),
+            3u);
+  EXPECT_THAT(errors, StartsWith("quillpress: in.ps: prolog, line 1: \"nonesuch\""));
   EXPECT_THAT(errors.substr(20), Not(HasSubstr("prolog")));
+  EXPECT_THAT(errors, Not(HasSubstr("\"f\""))) << "what follows the failure is defined";
 }
 
 TEST_F(Convert, TellsOfAPageWithoutItsEndAndGoesOnAfterIt) {
   for (const std::string open : {"(text", "{1 2", "currentfile 4 string readhexstring 11 22",
                                  "currentfile 99 string readstring 11"}) {
-    const auto pages = pagesOf(firstPage + open + "\n" + secondPage, "", 1);
-    EXPECT_THAT(errors, HasSubstr("page 1: its end is missing")) << open;
+    const auto pages = pagesOf(firstPage + open + "\n" + secondPage, "", 3);
+    EXPECT_THAT(errors, HasSubstr("page 1, line 3: its end is missing")) << open;
     ASSERT_EQ(pages.size(), 2u) << open;
     EXPECT_EQ(pages[0].content, firstText) << open;
     EXPECT_EQ(pages[1].content, secondText) << open;
   }
+}
+
+// A program, and what is said of it besides the marks.
+TEST_F(Convert, SaysWhatIsLost) {
+  const std::pair<std::string, const char*> cases[] = {
+      {"(Hello) show (a) show",
+       "1 page; nothing painted. Not painted: 2 strings of text. Blank: page 1."},
+      {"0 0 9 9 rectfill", "Not painted: 1 rectangle (rectfill)."},
+      {"0.3 truncate pop", "Not computed, so that sizes may differ: 1 use of truncate."},
+      {"{1 exch sub} settransfer", "Not painted: 1 transfer function (settransfer)."},
+      {"5 dict setpagedevice", "Not followed: 1 use of setpagedevice."},
+      {"1 1 8 [1 0 0 -1 0 1] {(a)} {(b)} {(c)} true 3 colorimage",
+       "1 image with the colours in another order"},
+      {"0 setgray 1 1 8 [1 0 0 1 0 0] {(a)} image", "1 image not where the image's own matrix"},
+      {"0 0 moveto 9 0 lineto 9 9 lineto gsave 0 setgray fill grestore stroke",
+       "Missing: 1 outline (gsave fill grestore stroke leaves no path for the stroke)."},
+      {"800 0 moveto 900 0 lineto stroke", "1 path. 1 of these lies outside of the page."},
+      {"0 0 moveto 700 900 lineto stroke", "cut: it is painted up to 700x900 points"}};
+  for (const auto& [program, words] : cases) {
+    const bool isSetup = program.ends_with("setpagedevice");
+    write("in.ps", isSetup ? firstPage + program : program);
+    EXPECT_EQ(shell("$Q in.ps"), isSetup ? 0 : 3) << program;
+    EXPECT_THAT(errors, HasSubstr(words)) << program;
+    EXPECT_EQ(readPdf(pathOf("in.pdf")).size(), 1u);
+  }
+}
+
+TEST_F(Convert, MakesPagesOfShowpage) {
+  const auto pages = pagesOf(
+      "0 0 moveto 1 1 lineto stroke gsave showpage\n0 0 moveto 2 2 lineto stroke grestore "
+      "showpage\n"
+      "grestore");
+  ASSERT_EQ(pages.size(), 2u);
+  EXPECT_EQ(pages[0].content, firstText + "q \nQ");
+  EXPECT_EQ(pages[1].content, "q\nq\n" + secondText + "Q Q ");
+  EXPECT_THAT(errors, HasSubstr("2 pages; 2 paths."));
+  EXPECT_EQ(pagesOf("showpage " + firstPage.substr(12) + "showpage\n(a) show", "", 3).size(), 2u);
 }
 
 TEST_F(Convert, StoresAnImageOnce) {
@@ -152,13 +227,13 @@ TEST_F(Convert, StoresAnImageOnce) {
   EXPECT_EQ(image.name, "/PSI1");
   EXPECT_EQ(image.object, pages[1].resources[0].object);
   EXPECT_THAT(image.dictionary, HasSubstr("/ColorSpace /DeviceGray"));
-  EXPECT_THAT(image.dictionary, HasSubstr("/Filter [ /ASCIIHexDecode ]"));
-  EXPECT_EQ(image.data, std::string(9600, '5') + ">");
+  EXPECT_THAT(image.dictionary, HasSubstr("/Filter /FlateDecode"));
+  EXPECT_EQ(image.data, std::string(4800, 'U')) << "digits are decoded on the way";
 }
 
 TEST_F(Convert, CompressesPlainImages) {
   const auto pages = pagesOf(
-      "1 setgray 80 60 8 [1 0 0 1 0 0] {currentfile 4800 string readhexstring pop} image\n" +
+      "1 setgray 80 60 8 [80 0 0 -60 0 60] {currentfile 4800 string readhexstring pop} image\n" +
       std::string(9600, '5') + "\nstroke\n");
   ASSERT_EQ(pages.at(0).resources.size(), 1u);
   EXPECT_THAT(pages[0].resources[0].dictionary, HasSubstr("/Filter /FlateDecode"));
@@ -172,7 +247,7 @@ const std::string pattern =
     "p [1 0 0 1 5 6] makepattern /P exch def P setpattern\n";
 
 TEST_F(Convert, PlacesPatternsWithTheirMatrix) {
-  const auto plain = pagesOf(pattern).at(0);
+  const auto plain = pagesOf(pattern, "", 3).at(0);
   EXPECT_EQ(plain.content, "/Pattern cs\n/PA1 scn\n");
   ASSERT_EQ(plain.resources.size(), 1u);
   EXPECT_EQ(plain.resources[0].category, "/Pattern");
@@ -180,7 +255,7 @@ TEST_F(Convert, PlacesPatternsWithTheirMatrix) {
   // The surplus Q in it is balanced as a page's would be.
   EXPECT_EQ(plain.resources[0].data, "q\nq 10 0 0 20 0 0 cm\n0 0 m\n1 1 l\nS Q Q\n");
 
-  const auto scaled = pagesOf(pattern, "--matrix 2,0,0,3,7,8").at(0);
+  const auto scaled = pagesOf(pattern, "--matrix 2,0,0,3,7,8", 3).at(0);
   EXPECT_EQ(scaled.content, "2 0 0 3 7 8 cm\n/Pattern cs\n/PA1 scn\n");
   EXPECT_THAT(scaled.resources[0].dictionary, HasSubstr("/Matrix [ 2 0 0 3 17 26 ]"));
 }
@@ -190,23 +265,23 @@ TEST_F(Convert, LeavesOutWhatIsNoPdf) {
   const auto pages = pagesOf(
       "/p 9 dict def p /XStep 1 put p /YStep 1 put p /PaintProc {pop} put "
       "p [1 0 0 1 0 0] makepattern /P exch def P setpattern\n",
-      "", 1);
-  EXPECT_THAT(errors, HasSubstr("page 1: /PA1 is missing"));
+      "", 3);
+  EXPECT_THAT(errors, HasSubstr("No valid PDF, and left out: /PA1."));
   EXPECT_THAT(pages.at(0).resources, IsEmpty());
 }
 
 TEST_F(Convert, WritesTheMatrixThatTheProgramTookForGranted) {
   const std::string program = "matrix defaultmatrix setmatrix\n";
-  EXPECT_EQ(pagesOf(program, "--matrix -1,0,0,0.5,10,20")[0].content,
+  EXPECT_EQ(pagesOf(program, "--matrix -1,0,0,0.5,10,20", 3)[0].content,
             "-1 0 0 0.5 10 20 cm\n1 0 0 1 0 0 cm\n");
-  EXPECT_EQ(pagesOf(program)[0].content, "1 0 0 1 0 0 cm\n");
+  EXPECT_EQ(pagesOf(program, "", 3)[0].content, "1 0 0 1 0 0 cm\n");
 }
 
 TEST_F(Convert, GivesSurplusRestoresTheStateOfThePagesStart) {
-  EXPECT_EQ(pagesOf("gsave grestore grestore 5 setlinewidth grestore gsave\n")[0].content,
+  EXPECT_EQ(pagesOf("gsave grestore grestore 5 setlinewidth grestore gsave\n", "", 3)[0].content,
             "q\nq\nq Q Q 5 w Q q \nQ");
   // A Q in image data is none.
-  EXPECT_EQ(pagesOf("1 setgray 2 2 8 [1 0 0 1 0 0] {( Q Q )} image\n")[0].content,
+  EXPECT_EQ(pagesOf("1 setgray 2 2 8 [2 0 0 -2 0 2] {( Q Q )} image\n")[0].content,
             "1 G 1 g q BI\n/W 2 /H 2 /BPC 8 /CS /G \nID\n Q Q \nEI\nQ\n");
 }
 
@@ -220,9 +295,19 @@ TEST_F(Convert, GivesTheSameFileEachTime) {
 TEST_F(Convert, SaysWhatIsWrongAndLeavesNothing) {
   const std::pair<const char*, const char*> misuses[] = {
       {"$Q", "--help"},
-      {"$Q convert in.ps", "OUTPUT is required"},
-      {"$Q convert --page-size B5 in.ps old.pdf", "A4, Letter or WIDTHxHEIGHT"},
+      {"$Q convert", "give an INPUT file"},
+      {"$Q convrt in.ps old.pdf", "is convert meant?"},
+      {"$Q --page-sise A4 in.ps old.pdf", "no option --page-sise; is --page-size meant?"},
+      {"$Q convert --page-size B9 in.ps old.pdf", "letter, legal"},
       {"$Q convert --page-size 0x9 in.ps old.pdf", "not 0x9"},
+      {"$Q convert --page-size 1e9x1e9 in.ps old.pdf", "at most 14400 points"},
+      {"$Q in.ps bad.ps", "for several inputs give --output-dir"},
+      {"$Q in.ps bad.ps old.pdf", "for several inputs give --output-dir"},
+      {"$Q --strict half.ps old.pdf", "half.ps would not come out whole; nothing was written"},
+      {"$Q --time-limit 0.1 endless.ps old.pdf", "more than 0.1 s of processor time"},
+      {"printf '\\211PNG' | $Q - old.pdf", "standard input is a PNG image"},
+      {"head -c 3000 /dev/urandom | $Q - old.pdf", "no PostScript"},
+      {"printf '\\037\\213\\010' | $Q - old.pdf", "compressed data are damaged"},
       {"$Q convert --matrix 1,0,0,1,0 in.ps old.pdf", "six numbers"},
       {"$Q convert --matrix 1,0,0,1,0,0,0 in.ps old.pdf", "six numbers"},
       {"$Q convert --matrix 1,1,1,1,0,0 in.ps old.pdf", "not 0"},
@@ -232,6 +317,7 @@ TEST_F(Convert, SaysWhatIsWrongAndLeavesNothing) {
       {"printf %s-1.4 %PDF | $Q convert - old.pdf", "standard input is a PDF file"},
       {"$Q convert in.ps ./in.ps", "INPUT and OUTPUT are both"},
       {"$Q convert bad.ps old.pdf", "no page of bad.ps could be converted"},
+      {"(sleep 9 | $Q - old.pdf) & sleep 0.2; kill -TERM $!; wait $! || exit 2", ""},
       {"$Q convert in.ps .", "cannot write .: Is a directory"},
       {"$Q convert in.ps none/out.pdf", "check the path"},
       {"$Q convert in.ps /dev/full", "cannot write /dev/full: No space left on device"},
@@ -242,6 +328,8 @@ TEST_F(Convert, SaysWhatIsWrongAndLeavesNothing) {
   write("in.ps", firstPage);
   write("bad.ps", failingPage);
   write("empty.ps", "");
+  write("half.ps", firstPage + "(a) show\n");
+  write("endless.ps", "{} loop");
   write("old.pdf", "old");
   for (const auto& [line, words] : misuses) {
     SCOPED_TRACE(line);
@@ -249,7 +337,8 @@ TEST_F(Convert, SaysWhatIsWrongAndLeavesNothing) {
     EXPECT_THAT(errors, HasSubstr(words));
     EXPECT_EQ(read("old.pdf"), "old");
     EXPECT_EQ(read("in.ps"), firstPage);
-    EXPECT_THAT(files(), ElementsAre("bad.ps", "empty.ps", "in.ps", "old.pdf", "stdout"));
+    EXPECT_THAT(files(), ElementsAre("bad.ps", "empty.ps", "endless.ps", "half.ps", "in.ps",
+                                     "old.pdf", "stdout"));
   }
 }
 
@@ -276,8 +365,9 @@ TEST_F(Convert, AllSamplesGiveSoundFiles) {
     const std::string path = sample.path().string();
     if (path.ends_with("ps")) {
       ++count;
-      EXPECT_EQ(shell("$Q convert '" + path + "' out.pdf && qpdf --check out.pdf >/dev/null"), 0)
-          << path << ": " << errors;
+      const bool hasText = path.ends_with("driver-report.ps");
+      EXPECT_EQ(shell("$Q convert '" + path + "' out.pdf"), hasText ? 3 : 0) << path << errors;
+      EXPECT_EQ(shell("qpdf --check out.pdf >stdout"), 0) << path;
     }
   }
   EXPECT_GE(count, 5);

@@ -1,9 +1,10 @@
 #include "tools/quillpress/Converter.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <limits>
-#include <new>
+
+#include "postscript/converter/OpenConverter.h"
+#include "postscript/engine/Interpreter.h"
+#include "postscript/painting/ProcessState.h"
 
 namespace quillpress {
 namespace {
@@ -15,53 +16,56 @@ constexpr std::string_view probeText = "10 M ";
 
 }  // namespace
 
-Converter::Converter(const Matrix& matrix) {
-  std::transform(matrix.begin(), matrix.end(), pageMatrix.begin(),
+Converter::Converter(const Matrix& matrix, Watch& watch) : watch_(watch) {
+  std::transform(matrix.begin(), matrix.end(), pageMatrix_.begin(),
                  [](double number) { return static_cast<float>(number); });
-  handle.reset(PSOpen(pageMatrix.data()));
-  if (!handle) {
-    throw std::bad_alloc();
-  }
+  engine_ = postscript::openConverter(pageMatrix_.data());
+  engine_->interpreter->observer = &watch_;
+  watch_.setPiece(*engine_, 0);
 }
 
 void Converter::startPage() {
-  PSStartPage(handle.get(), pageMatrix.data());
+  engine_->startPage(pageMatrix_.data());
+  engine_->contentText.clear();
 }
 
-std::string Converter::run(std::string_view piece) {
-  if (piece.size() > static_cast<size_t>(std::numeric_limits<int32_t>::max())) {
-    throw ConversionFailure("has more than the 2147483647 bytes that one page may have");
-  }
-  auto length = static_cast<int32_t>(piece.size());
-  const char* text = PSConvertToPdf(handle.get(), piece.data(), &length);
-  if (text == nullptr) {
-    std::string words = PSGetErrorStr(handle.get());
-    words.erase(std::min(words.find_last_not_of('\n') + 1, words.size()));
-    throw ConversionFailure(words.empty() ? "failed, and the library does not say why" : words);
-  }
-  return {text, static_cast<size_t>(length)};
+bool Converter::run(std::string_view piece, size_t start) {
+  watch_.setPiece(*engine_, start);
+  return engine_->convertOn(piece);
+}
+
+std::string Converter::takeContent(std::string room) {
+  room.assign(engine_->contentText.text());
+  engine_->contentText.clear();
+  return room;
 }
 
 // What is open swallows a piece that would write something, or swallows only its beginning, and
 // then the rest makes no sense but a second piece is run as it should. When neither is run,
 // something else is wrong, such as an empty dictionary stack.
 bool Converter::isUnfinished() {
-  const auto answer = answerOf(probe);
-  return answer ? *answer != probeText : answerOf(probe) == probeText;
+  engine_->interpreter->observer = nullptr;
+  engine_->contentText.clear();
+  const bool isRun = engine_->convertOn(probe);
+  const bool unfinished = isRun ? engine_->contentText.text() != probeText : writesForProbe();
+  engine_->contentText.clear();
+  engine_->interpreter->observer = &watch_;
+  return unfinished;
 }
 
-std::optional<std::string> Converter::answerOf(std::string_view piece) {
-  try {
-    return run(piece);
-  } catch (const ConversionFailure&) {
-    return std::nullopt;
-  }
+bool Converter::writesForProbe() {
+  engine_->contentText.clear();
+  return engine_->convertOn(probe) && engine_->contentText.text() == probeText;
 }
 
-std::vector<const PdfObject*> Converter::objects() const {
+ObjectRecords::ObjectRecords() {
   uint64_t count = 0;
-  PdfObject* const* records = PSGetPdfObjects(handle.get(), &count);
-  return {records, records + count};
+  PdfObject* const* const records = postscript::processState().pdfObjects.handOut(held_, &count);
+  list_.assign(records, records + count);
+}
+
+void clearPdfObjects() {
+  postscript::processState().pdfObjects.clearPdfObjects();
 }
 
 }  // namespace quillpress

@@ -16,19 +16,20 @@ struct DscComment {
 
 class DscComments {
  public:
-  explicit DscComments(std::string_view postScript) : text(postScript) {}
+  explicit DscComments(std::string_view text) : text_(text) {}
 
   // The next comment, none at the end of the text.
   std::optional<DscComment> next();
 
  private:
+  bool findComment();
   std::string_view takeLine();
   void skipData(std::string_view extent);
 
-  std::string_view text;
-  size_t position = 0;  // always where a line begins
-  size_t documentDepth = 0;
-  bool moreClosings = true;  // until a search for the end of data found none up to the text's end
+  std::string_view text_;
+  size_t position_ = 0;  // always where a line begins
+  size_t documentDepth_ = 0;
+  bool moreClosings_ = true;  // until a search for the end of data found none up to the text's end
 };
 
 }  // namespace quillpress

@@ -5,11 +5,13 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <map>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
 
 #include "tools/quillpress/DscComments.h"
+#include "tools/quillpress/PaperSize.h"
 
 namespace quillpress {
 namespace {
@@ -67,90 +69,272 @@ std::string_view withoutEndOfTransmission(std::string_view text) {
   return text;
 }
 
-// "left bottom right top" in any white space; none when it is no such box or an empty one.
-std::optional<Box> parseBox(std::string_view text) {
-  std::array<double, 4> numbers{};
+// As many numbers as the array has, in any white space; none if there are fewer.
+template <size_t count>
+std::optional<std::array<double, count>> parseNumbers(std::string_view text) {
+  std::array<double, count> numbers{};
   for (double& number : numbers) {
-    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
     const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || !std::isfinite(number)) {
       return std::nullopt;
     }
     text.remove_prefix(static_cast<size_t>(rest - text.data()));
   }
-  const Box box{numbers[0], numbers[1], numbers[2], numbers[3]};
-  return box.left < box.right && box.bottom < box.top ? std::optional(box) : std::nullopt;
+  return numbers;
 }
 
-// A box that a comment names: the first one counts, unless it says "(atend)"; then the last does.
-class NamedBox {
+// "left bottom right top"; none when it is no such box or one that no page can have.
+std::optional<Box> parseBox(std::string_view text) {
+  const auto numbers = parseNumbers<4>(text);
+  if (!numbers) {
+    return std::nullopt;
+  }
+  const Box box{(*numbers)[0], (*numbers)[1], (*numbers)[2], (*numbers)[3]};
+  return isPossiblePage(box) ? std::optional(box) : std::nullopt;
+}
+
+std::optional<Box> parseSize(std::string_view text) {
+  const auto numbers = parseNumbers<2>(text);
+  if (!numbers) {
+    return std::nullopt;
+  }
+  const Box box{0, 0, (*numbers)[0], (*numbers)[1]};
+  return isPossiblePage(box) ? std::optional(box) : std::nullopt;
+}
+
+// A value that a comment gives: the first one counts, unless it says "(atend)"; then the last does.
+template <class Value>
+class NamedValue {
  public:
-  void read(std::string_view value) {
-    if (found && !atEnd) {
+  void read(std::string_view text, std::optional<Value> (*parse)(std::string_view)) {
+    if (found_ && !atEnd_) {
       return;
     }
-    if (value.starts_with("(atend)")) {
-      atEnd = true;
-    } else if (const auto box = parseBox(value)) {
-      found = box;
+    if (text.starts_with("(atend)")) {
+      atEnd_ = true;
+    } else if (const auto value = parse(text)) {
+      found_ = value;
     }
   }
-  std::optional<Box> box() const { return found; }
+  const std::optional<Value>& value() const { return found_; }
 
  private:
-  std::optional<Box> found;
-  bool atEnd = false;
+  std::optional<Value> found_;
+  bool atEnd_ = false;
 };
 
-// Where things stand in the text, and the boxes that were named on the way.
-struct Outline {
-  std::vector<size_t> pageStarts;
-  std::vector<NamedBox> pageBoxes;  // one for each start
-  NamedBox documentBox;
-  NamedBox defaultPageBox;
-  std::optional<size_t> trailer;
-};
+std::optional<int> parseOrientation(std::string_view text) {
+  if (text.starts_with("Landscape")) {
+    return 90;
+  }
+  if (text.starts_with("Seascape")) {
+    return 270;
+  }
+  return text.starts_with("Portrait") ? std::optional(0) : std::nullopt;
+}
 
-Outline outlineOf(std::string_view text) {
-  Outline outline;
-  DscComments comments(text);
-  while (const auto comment = comments.next()) {
-    const bool inPages = !outline.pageStarts.empty();
-    if (comment->keyword == "Page:") {
-      outline.pageStarts.push_back(comment->offset);
-      outline.pageBoxes.emplace_back();
-      outline.trailer.reset();
-    } else if (comment->keyword == "Trailer") {
-      outline.trailer = comment->offset;
-    } else if (comment->keyword == "BoundingBox:" && (!inPages || outline.trailer)) {
-      outline.documentBox.read(comment->value);
-    } else if (comment->keyword == "PageBoundingBox:") {
-      (inPages ? outline.pageBoxes.back() : outline.defaultPageBox).read(comment->value);
+// The matrix by which the page has been turned: the x axis tells all.
+std::optional<int> parseViewingOrientation(std::string_view text) {
+  const auto numbers = parseNumbers<4>(text);
+  if (!numbers) {
+    return std::nullopt;
+  }
+  const auto [xx, xy, yx, yy] = *numbers;
+  if (xy != 0) {
+    return xy > 0 ? 90 : 270;
+  }
+  return xx < 0 ? 180 : 0;
+}
+
+// "A4 595 842 0 () ()": a name and a size.
+std::string_view firstWord(std::string_view text) {
+  return text.substr(0, text.find_first_of(" \t"));
+}
+
+// The size in "/PageSize [595 842]", as a call of setpagedevice has it, where the text does not
+// stand in a procedure, which may never run.
+std::optional<Box> pageSizeIn(std::string_view text) {
+  constexpr size_t farthest = 1 << 20;
+  constexpr std::string_view key = "/PageSize";
+  text = text.substr(0, farthest);
+  for (size_t place = text.find(key); place != std::string_view::npos;
+       place = text.find(key, place + 1)) {
+    const std::string_view rest = text.substr(place + key.size());
+    const size_t bracket = std::min(rest.find_first_not_of(" \t\r\n"), rest.size());
+    const size_t lineStart = text.find_last_of("\r\n", place) + 1;
+    const bool inProcedure =
+        text.substr(lineStart, place - lineStart).find('{') != std::string_view::npos;
+    if (!inProcedure && rest.substr(bracket).starts_with('[') &&
+        rest.substr(0, 400).find("setpagedevice") != std::string_view::npos) {
+      return parseSize(rest.substr(bracket + 1));
     }
   }
-  return outline;
+  return std::nullopt;
+}
+
+// What the comments of a page, or those before all pages, say of its paper.
+struct Paper {
+  std::optional<std::string> media;
+  NamedValue<Box> box;
+  NamedValue<int> orientation;
+  std::optional<Box> feature;
+};
+
+std::string withoutParentheses(std::string_view text) {
+  if (text.size() >= 2 && text.front() == '(' && text.back() == ')') {
+    text = text.substr(1, text.size() - 2);
+  }
+  return std::string(text);
+}
+
+// Where things stand in the text, and what was said on the way.
+class Outline {
+ public:
+  explicit Outline(std::string_view text);
+
+  struct Start {
+    size_t offset;
+    std::string label;
+    Paper paper;
+  };
+
+  std::optional<Box> boxOf(const Paper& paper, std::string_view program) const;
+  int rotationOf(const Paper& paper) const {
+    const auto& own = paper.orientation.value();
+    return own ? *own : common.orientation.value().value_or(0);
+  }
+
+  std::vector<Start> starts;
+  std::optional<size_t> trailer;
+  Paper common;
+  DscInfo info;
+
+ private:
+  void read(const DscComment& comment);
+  void readHeader(const DscComment& comment);
+  void readMedia(std::string_view value);
+
+  bool isEps_;
+  NamedValue<Box> bounds_;
+  NamedValue<Box> exactBounds_;
+  std::map<std::string, Box, std::less<>> media_;
+  std::optional<Box> firstMedia_;
+  std::optional<Box> paperSize_;
+  bool inMedia_ = false;
+};
+
+Outline::Outline(std::string_view text)
+    : isEps_(text.substr(0, text.find_first_of("\r\n")).find("EPSF") != std::string_view::npos) {
+  DscComments comments(text);
+  while (const auto comment = comments.next()) {
+    read(*comment);
+  }
+  const size_t setupEnd = starts.empty() ? text.size() : starts.front().offset;
+  if (!common.feature) {
+    common.feature = pageSizeIn(text.substr(0, setupEnd));
+  }
+}
+
+void Outline::read(const DscComment& comment) {
+  const std::string_view keyword = comment.keyword;
+  const std::string_view value = comment.value;
+  Paper& paper = starts.empty() ? common : starts.back().paper;
+  inMedia_ = keyword == "DocumentMedia:" || (inMedia_ && keyword == "+");
+  if (inMedia_) {
+    readMedia(value);
+  } else if (keyword == "Page:") {
+    starts.push_back({comment.offset, std::string(value.substr(0, value.find_last_of(" \t"))), {}});
+    trailer.reset();
+  } else if (keyword == "Trailer") {
+    trailer = comment.offset;
+  } else if (keyword == "PageMedia:") {
+    paper.media = firstWord(value);
+  } else if (keyword == "PageBoundingBox:") {
+    paper.box.read(value, parseBox);
+  } else if (keyword == "PageOrientation:") {
+    paper.orientation.read(value, parseOrientation);
+  } else if (keyword == "ViewingOrientation:") {
+    paper.orientation.read(value, parseViewingOrientation);
+  } else if (keyword == "BeginFeature:" && value.starts_with("*PageSize ")) {
+    paper.feature = namedPaper(firstWord(value.substr(10)));
+  } else if (starts.empty() || trailer) {
+    readHeader(comment);
+  }
+}
+
+void Outline::readHeader(const DscComment& comment) {
+  const std::string_view value = comment.value;
+  const std::pair<std::string_view, std::string*> texts[] = {{"Title:", &info.title},
+                                                             {"For:", &info.author},
+                                                             {"Creator:", &info.creator},
+                                                             {"Subject:", &info.subject}};
+  for (const auto& [keyword, text] : texts) {
+    if (comment.keyword == keyword && text->empty() && !value.starts_with("(atend)")) {
+      *text = withoutParentheses(value);
+    }
+  }
+  if (comment.keyword == "BoundingBox:") {
+    bounds_.read(value, parseBox);
+  } else if (comment.keyword == "HiResBoundingBox:") {
+    exactBounds_.read(value, parseBox);
+  } else if (comment.keyword == "Orientation:") {
+    common.orientation.read(value, parseOrientation);
+  } else if (comment.keyword == "DocumentPaperSizes:" && !paperSize_) {
+    paperSize_ = namedPaper(firstWord(value));
+  }
+}
+
+void Outline::readMedia(std::string_view value) {
+  const std::string_view name = firstWord(value);
+  if (const auto size = parseSize(value.substr(name.size()))) {
+    media_.emplace(name, *size);
+    firstMedia_ = firstMedia_ ? firstMedia_ : size;
+  }
+}
+
+// An EPS file is a picture, as large as its bounds; a document has paper.
+std::optional<Box> Outline::boxOf(const Paper& paper, std::string_view program) const {
+  const auto& exact = exactBounds_.value();
+  const auto& bounds = exact ? exact : bounds_.value();
+  const auto& pageBox = paper.box.value() ? paper.box.value() : common.box.value();
+  if (isEps_ && (pageBox || bounds)) {
+    return pageBox ? pageBox : bounds;
+  }
+  const auto& media = paper.media ? paper.media : common.media;
+  const auto found = media ? media_.find(*media) : media_.end();
+  if (found != media_.end()) {
+    return found->second;
+  }
+  // A page's own set-up stands at its beginning.
+  const auto own = pageSizeIn(program.substr(0, 4096));
+  for (const auto& size : {paper.feature, own, firstMedia_, common.feature, paperSize_, pageBox}) {
+    if (size) {
+      return size;
+    }
+  }
+  return bounds;
 }
 
 }  // namespace
 
-DscDocument::DscDocument(std::string file) : bytes(std::move(file)) {
-  bytes = std::string(withoutEndOfTransmission(withoutPrinterCommands(withoutDosHeader(bytes))));
-  bytes += '\n';
-  const std::string_view text = bytes;
-  const Outline outline = outlineOf(text);
-  const auto& starts = outline.pageStarts;
-  const auto pageBox = outline.defaultPageBox.box();
-  const auto commonBox = pageBox ? pageBox : outline.documentBox.box();
+DscDocument::DscDocument(std::string_view file)
+    : text_(withoutEndOfTransmission(withoutPrinterCommands(withoutDosHeader(file)))) {
+  const Outline outline(text_);
+  const auto& starts = outline.starts;
+  info_ = outline.info;
+  hasPageComments_ = !starts.empty();
   if (starts.empty()) {
-    pageList.push_back({text, commonBox});
+    pages_.push_back({text_, "", outline.boxOf({}, {}), outline.rotationOf({})});
     return;
   }
-  prologText = text.substr(0, starts.front());
+  prolog_ = text_.substr(0, starts.front().offset);
   for (size_t i = 0; i < starts.size(); ++i) {
     const size_t end =
-        i + 1 < starts.size() ? starts[i + 1] : outline.trailer.value_or(text.size());
-    const auto ownBox = outline.pageBoxes[i].box();
-    pageList.push_back({text.substr(starts[i], end - starts[i]), ownBox ? ownBox : commonBox});
+        i + 1 < starts.size() ? starts[i + 1].offset : outline.trailer.value_or(text_.size());
+    const std::string_view program = text_.substr(starts[i].offset, end - starts[i].offset);
+    pages_.push_back({program, starts[i].label, outline.boxOf(starts[i].paper, program),
+                      outline.rotationOf(starts[i].paper)});
   }
 }
 

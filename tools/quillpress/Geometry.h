@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 
 namespace quillpress {
 
@@ -19,6 +20,9 @@ constexpr Matrix multiply(const Matrix& first, const Matrix& second) {
           first[4] * second[0] + first[5] * second[2] + second[4],
           first[4] * second[1] + first[5] * second[3] + second[5]};
 }
+
+// The six numbers as a content stream has them, each with a blank after it.
+std::string matrixText(const Matrix& matrix);
 
 // A rectangle in points, the left below the right and the bottom below the top.
 struct Box {

@@ -1,17 +1,20 @@
 #include "tools/quillpress/PdfAssembler.h"
 
+#include <algorithm>
+#include <exception>
 #include <map>
-#include <qpdf/Buffer.hh>
+#include <memory>
+#include <optional>
+#include <qpdf/Pipeline.hh>
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFExc.hh>
 #include <qpdf/QPDFObjectHandle.hh>
-#include <qpdf/QPDFPageDocumentHelper.hh>
-#include <qpdf/QPDFPageObjectHelper.hh>
 #include <qpdf/QPDFWriter.hh>
-#include <qpdf/QUtil.hh>
-#include <set>
+#include <utility>
 
+#include "tools/quillpress/AsciiData.h"
 #include "tools/quillpress/ContentScan.h"
+#include "tools/quillpress/Deflate.h"
 
 namespace quillpress {
 namespace {
@@ -34,18 +37,83 @@ QPDFObjectHandle entriesOf(const PdfObject& record) {
   }
 }
 
+constexpr const char* textFilters[] = {"/ASCIIHexDecode", "/ASCII85Decode"};
+constexpr const char* otherFilters[] = {"/LZWDecode", "/FlateDecode", "/RunLengthDecode",
+                                        "/CCITTFaxDecode", "/DCTDecode"};
+
+bool isOneOf(const std::string& name, const char* const* begin, const char* const* end) {
+  return std::find(begin, end, name) != end;
+}
+
+// Data as they go into the file: text of digits decoded, where all of the filters are known, and
+// what then has none compressed.
+class RecordData {
+ public:
+  RecordData(std::string bytes, QPDFObjectHandle filters, bool compress)
+      : bytes_(std::move(bytes)) {
+    if (filters.isArray()) {
+      for (auto& filter : filters.getArrayAsVector()) {
+        filters_.push_back(filter.isName() ? filter.getName() : "");
+      }
+    }
+    decodeText();
+    if (filters_.empty() && (compress || isDecoded_)) {
+      bytes_ = deflater_.compress(bytes_);
+      filters_.push_back("/FlateDecode");
+    }
+  }
+
+  const std::string& bytes() const { return bytes_; }
+  QPDFObjectHandle filters() const {
+    if (filters_.size() == 1) {
+      return QPDFObjectHandle::newName(filters_[0]);
+    }
+    auto array = QPDFObjectHandle::newArray();
+    for (const std::string& filter : filters_) {
+      array.appendItem(QPDFObjectHandle::newName(filter));
+    }
+    return filters_.empty() ? QPDFObjectHandle::newNull() : array;
+  }
+
+ private:
+  void decodeText() {
+    const bool allKnown =
+        std::all_of(filters_.begin(), filters_.end(), [](const std::string& name) {
+          return isOneOf(name, std::begin(textFilters), std::end(textFilters)) ||
+                 isOneOf(name, std::begin(otherFilters), std::end(otherFilters));
+        });
+    while (allKnown && !filters_.empty() &&
+           isOneOf(filters_.front(), std::begin(textFilters), std::end(textFilters))) {
+      auto decoded =
+          filters_.front() == textFilters[0] ? decodeAsciiHex(bytes_) : decodeAscii85(bytes_);
+      if (!decoded) {
+        return;
+      }
+      bytes_ = std::move(*decoded);
+      filters_.erase(filters_.begin());
+      isDecoded_ = true;
+    }
+  }
+
+  Deflater deflater_;
+  std::string bytes_;
+  std::vector<std::string> filters_;
+  bool isDecoded_ = false;
+};
+
 // A stream with the record's entries; not initialized when they are not PDF.
-QPDFObjectHandle streamOf(QPDF& pdf, const PdfObject& record, const std::string& data) {
+QPDFObjectHandle streamOf(QPDF& pdf, const PdfObject& record, std::string bytes) {
   auto entries = entriesOf(record);
   if (!entries.isInitialized()) {
     return {};
   }
-  auto stream = QPDFObjectHandle::newStream(&pdf, data);
+  const RecordData data(std::move(bytes), entries.getKey("/Filter"), record.compress != 0);
+  auto stream = QPDFObjectHandle::newStream(&pdf);
   auto dictionary = stream.getDict();
   for (const auto& [key, value] : entries.getDictAsMap()) {
     dictionary.replaceKey(key, value);
   }
-  stream.setFilterOnWrite(record.compress != 0);
+  stream.replaceStreamData(data.bytes(), data.filters(), QPDFObjectHandle::newNull());
   return stream;
 }
 
@@ -62,19 +130,11 @@ Matrix matrixOf(QPDFObjectHandle array) {
   return {matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f};
 }
 
-std::string concatenation(const Matrix& matrix) {
-  std::string text;
-  for (const double number : matrix) {
-    text += QUtil::double_to_string(number, decimals) + ' ';
-  }
-  return text + "cm\n";
-}
-
 // The records as objects of the file, under their names.
 class Resources {
  public:
-  Resources(QPDF& file, const std::vector<const PdfObject*>& records, const Matrix& matrix)
-      : pdf(file), pageMatrix(matrix) {
+  Resources(QPDF& pdf, const std::vector<const PdfObject*>& records, const Matrix& pageMatrix)
+      : pdf_(pdf), pageMatrix_(pageMatrix) {
     for (const PdfObject* record : records) {
       add(*record);
     }
@@ -85,8 +145,8 @@ class Resources {
 
   // Whether it is the name of a record that can't be placed.
   bool isMissing(const std::string& name) const {
-    const auto found = entries.find(name);
-    return found != entries.end() && !found->second.stream.isInitialized();
+    const auto found = entries_.find(name);
+    return found != entries_.end() && !found->second.stream.isInitialized();
   }
 
  private:
@@ -98,9 +158,9 @@ class Resources {
   void add(const PdfObject& record);
   QPDFObjectHandle patternOf(const PdfObject& record);
 
-  QPDF& pdf;
-  Matrix pageMatrix;
-  std::map<std::string, Entry> entries;
+  QPDF& pdf_;
+  Matrix pageMatrix_;
+  std::map<std::string, Entry> entries_;
 };
 
 // A pattern's content is scanned before its own name is known, so that it can't refer to itself.
@@ -108,24 +168,25 @@ void Resources::add(const PdfObject& record) {
   const bool isPattern = record.kind == TQP_PATTERN;
   QPDFObjectHandle stream;
   if (record.dictionary[0] != '\0' && record.data != nullptr) {  // else its program failed half-way
-    stream = isPattern ? patternOf(record) : streamOf(pdf, record, dataOf(record));
+    stream = isPattern ? patternOf(record) : streamOf(pdf_, record, dataOf(record));
   }
-  entries[record.name] = {isPattern ? "/Pattern" : "/XObject", stream};
+  entries_[record.name] = {isPattern ? "/Pattern" : "/XObject", stream};
 }
 
 // The matrix of a pattern leads to the page's own coordinates past all of the content's steps,
 // past that of the page matrix too.
 QPDFObjectHandle Resources::patternOf(const PdfObject& record) {
-  const std::string content = dataOf(record);
-  const ContentScan scan = scanContent(content);
-  auto pattern = streamOf(pdf, record, balanced(content, scan));
+  std::string content = dataOf(record);
+  const ContentScan scan = scanContent(content, letter);
+  balance(content, scan);
+  auto pattern = streamOf(pdf_, record, std::move(content));
   if (!pattern.isInitialized()) {
     return pattern;
   }
   auto dictionary = pattern.getDict();
-  if (pageMatrix != identity) {
+  if (pageMatrix_ != identity) {
     dictionary.replaceKey("/Matrix",
-                          arrayOf(multiply(matrixOf(dictionary.getKey("/Matrix")), pageMatrix)));
+                          arrayOf(multiply(matrixOf(dictionary.getKey("/Matrix")), pageMatrix_)));
   }
   dictionary.replaceKey("/Resources", dictionaryFor(scan.names));
   return pattern;
@@ -134,8 +195,8 @@ QPDFObjectHandle Resources::patternOf(const PdfObject& record) {
 QPDFObjectHandle Resources::dictionaryFor(const std::set<std::string>& names) const {
   auto result = QPDFObjectHandle::newDictionary();
   for (const std::string& name : names) {
-    const auto found = entries.find(name);
-    if (found == entries.end() || !found->second.stream.isInitialized()) {
+    const auto found = entries_.find(name);
+    if (found == entries_.end() || !found->second.stream.isInitialized()) {
       continue;
     }
     const auto& [category, stream] = found->second;
@@ -147,46 +208,140 @@ QPDFObjectHandle Resources::dictionaryFor(const std::set<std::string>& names) co
   return result;
 }
 
-void addPage(QPDF& pdf, const std::string& content, const Box& box,
-             const QPDFObjectHandle& resources) {
-  auto page = QPDFObjectHandle::newDictionary();
-  page.replaceKey("/Type", QPDFObjectHandle::newName("/Page"));
-  page.replaceKey("/MediaBox",
-                  QPDFObjectHandle::newFromRectangle({box.left, box.bottom, box.right, box.top}));
-  page.replaceKey("/Resources", resources);
-  page.replaceKey("/Contents", QPDFObjectHandle::newStream(&pdf, content));
-  QPDFPageDocumentHelper(pdf).addPage(QPDFPageObjectHelper(pdf.makeIndirectObject(page)), false);
+// The compressed streams of the pages, in the order of their objects.
+class PageStreams : public QPDFObjectHandle::StreamDataProvider {
+ public:
+  explicit PageStreams(PageStore& store) : store_(store) {}
+  void add(const QPDFObjGen& object, const StoredStream& stream) { streams_[object] = stream; }
+  void provideStreamData(const QPDFObjGen& object, Pipeline* pipeline) override {
+    store_.read(streams_.at(object), [&](std::string_view bytes) {
+      pipeline->write(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+    });
+    pipeline->finish();
+  }
+
+ private:
+  PageStore& store_;
+  std::map<QPDFObjGen, StoredStream> streams_;
+};
+
+// Gathers the writer's many small pieces. The writer must not be left by an exception: a failure is
+// kept until it is done, and what comes after it is dropped.
+class Output : public Pipeline {
+ public:
+  explicit Output(const WriteBytes& write) : Pipeline("output", nullptr), write_(write) {}
+  void write(const unsigned char* bytes, size_t length) override {
+    room_.append(reinterpret_cast<const char*>(bytes), length);
+    if (room_.size() >= blockSize) {
+      finish();
+    }
+  }
+  void finish() override {
+    try {
+      if (!failure_) {
+        write_(room_);
+      }
+    } catch (...) {
+      failure_ = std::current_exception();
+    }
+    room_.clear();
+  }
+  void rethrowFailure() const {
+    if (failure_) {
+      std::rethrow_exception(failure_);
+    }
+  }
+
+ private:
+  static constexpr size_t blockSize = 65536;
+  const WriteBytes& write_;
+  std::string room_;
+  std::exception_ptr failure_;
+};
+
+QPDFObjectHandle pageOf(QPDF& pdf, const PdfPage& page, QPDFObjectHandle parent,
+                        QPDFObjectHandle resources, const std::shared_ptr<PageStreams>& streams) {
+  auto content = QPDFObjectHandle::newStream(&pdf);
+  streams->add(content.getObjGen(), page.content);
+  content.replaceStreamData(streams, QPDFObjectHandle::newName("/FlateDecode"),
+                            QPDFObjectHandle::newNull());
+  const Box& box = page.mediaBox;
+  auto object = QPDFObjectHandle::newDictionary();
+  object.replaceKey("/Type", QPDFObjectHandle::newName("/Page"));
+  object.replaceKey("/Parent", parent);
+  object.replaceKey("/MediaBox",
+                    QPDFObjectHandle::newFromRectangle({box.left, box.bottom, box.right, box.top}));
+  if (page.rotation != 0) {
+    object.replaceKey("/Rotate", QPDFObjectHandle::newInteger(page.rotation));
+  }
+  object.replaceKey("/Resources", resources);
+  object.replaceKey("/Contents", content);
+  return pdf.makeIndirectObject(object);
 }
 
-std::string written(QPDF& pdf) {
-  QPDFWriter writer(pdf);
-  writer.setOutputMemory();
-  writer.setDeterministicID(true);
-  writer.write();
-  const auto bytes = writer.getBufferSharedPointer();
-  return {reinterpret_cast<const char*>(bytes->getBuffer()), bytes->getSize()};
+void addInfo(QPDF& pdf, const PdfInfo& info) {
+  auto dictionary = QPDFObjectHandle::newDictionary();
+  const std::pair<const char*, const std::string&> texts[] = {{"/Title", info.title},
+                                                              {"/Author", info.author},
+                                                              {"/Creator", info.creator},
+                                                              {"/Subject", info.subject},
+                                                              {"/Producer", info.producer}};
+  for (const auto& [key, text] : texts) {
+    if (!text.empty()) {
+      dictionary.replaceKey(key, QPDFObjectHandle::newUnicodeString(text));
+    }
+  }
+  for (const char* key : {"/CreationDate", "/ModDate"}) {
+    if (!info.date.empty()) {
+      dictionary.replaceKey(key, QPDFObjectHandle::newString(info.date));
+    }
+  }
+  pdf.getTrailer().replaceKey("/Info", pdf.makeIndirectObject(dictionary));
 }
 
 }  // namespace
 
-std::string assemblePdf(const std::vector<PdfPage>& pages,
-                        const std::vector<const PdfObject*>& records, const Matrix& pageMatrix,
-                        const ReportMissing& reportMissing) {
+struct PdfAssembler::File {
   QPDF pdf;
+};
+
+PdfAssembler::PdfAssembler(const PdfDocument& document, PageStore& store,
+                           const ReportMissing& reportMissing)
+    : file_(std::make_unique<File>()) {
+  QPDF& pdf = file_->pdf;
   pdf.emptyPDF();
-  const Resources resources(pdf, records, pageMatrix);
-  const std::string step = pageMatrix == identity ? "" : concatenation(pageMatrix);
-  for (size_t i = 0; i < pages.size(); ++i) {
-    const ContentScan scan = scanContent(pages[i].content);
-    addPage(pdf, step + balanced(pages[i].content, scan), pages[i].mediaBox,
-            resources.dictionaryFor(scan.names));
-    for (const std::string& name : scan.names) {
+  const Resources resources(pdf, document.records, document.pageMatrix);
+  const auto streams = std::make_shared<PageStreams>(store);
+  auto tree = pdf.getRoot().getKey("/Pages");
+  auto kids = QPDFObjectHandle::newArray();
+  for (size_t i = 0; i < document.pages.size(); ++i) {
+    const PdfPage& page = document.pages[i];
+    kids.appendItem(pageOf(pdf, page, tree, resources.dictionaryFor(page.names), streams));
+    for (const std::string& name : page.names) {
       if (resources.isMissing(name)) {
         reportMissing(i, name);
       }
     }
   }
-  return written(pdf);
+  tree.replaceKey("/Kids", kids);
+  tree.replaceKey("/Count",
+                  QPDFObjectHandle::newInteger(static_cast<long long>(document.pages.size())));
+  addInfo(pdf, document.info);
+}
+
+PdfAssembler::~PdfAssembler() = default;
+
+// The streams are compressed already.
+void PdfAssembler::write(const WriteBytes& writeBytes) {
+  Output output(writeBytes);
+  QPDFWriter writer(file_->pdf);
+  writer.setOutputPipeline(&output);
+  writer.setCompressStreams(false);
+  writer.setDecodeLevel(qpdf_dl_none);
+  writer.setDeterministicID(true);
+  writer.write();
+  output.finish();
+  output.rethrowFailure();
 }
 
 }  // namespace quillpress

@@ -1,109 +1,97 @@
-// quillpress: turns PostScript pages into a PDF file through the library's calls.
-// The road of a file: Files reads it, DscDocument finds its pages, Job has them converted,
-// PdfAssembler makes the PDF, Files writes it.
-
+// quillpress: makes PDF files of PostScript pages. Start at Conversion.
+#include <algorithm>
 #include <exception>
 #include <iostream>
 #include <new>
-#include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "tools/quillpress/DscDocument.h"
+#include "tools/quillpress/Conversion.h"
 #include "tools/quillpress/ExitStatus.h"
 #include "tools/quillpress/Files.h"
-#include "tools/quillpress/Job.h"
+#include "tools/quillpress/JsonReport.h"
+#include "tools/quillpress/OperatorList.h"
 #include "tools/quillpress/Options.h"
-#include "tools/quillpress/PdfAssembler.h"
+#include "tools/quillpress/Summary.h"
 #include "tools/quillpress/system/System.h"
 
 namespace {
 
 using namespace quillpress;
 
-std::string nameOf(const std::string& input) {
-  return input == "-" ? "standard input" : input;
+// Of several inputs: nothing made of any, or something missing in some.
+int overallStatus(const std::vector<InputReport>& reports, bool strict) {
+  size_t whole = 0;
+  size_t nothing = 0;
+  for (const InputReport& report : reports) {
+    const int status = exitStatusOf(report);
+    whole += status == exitWhole ? 1 : 0;
+    nothing += status == exitNothingMade || (strict && status != exitWhole) ? 1 : 0;
+  }
+  if (nothing == reports.size()) {
+    return exitNothingMade;
+  }
+  return whole == reports.size() ? exitWhole : exitIncomplete;
 }
 
-// Tells of what is wrong, and remembers that something was.
-class Complaints {
- public:
-  explicit Complaints(const std::string& inputName) : input(inputName) {}
-  void add(const std::string& where, const std::string& why) {
-    std::cerr << "quillpress: " << input << ": " << where << ": " << why << '\n';
-    any = true;
+int writeReport(const Options& options, const std::vector<InputReport>& reports, int status) {
+  if (!options.json.empty()) {
+    OutputFile file(options.json);
+    file.write(jsonReport(reports, status));
+    file.commit();
   }
-  bool exist() const { return any; }
-
- private:
-  std::string input;
-  bool any = false;
-};
-
-std::string contentOf(const std::vector<ConvertedPage>& pages) {
-  std::string text;
-  for (const ConvertedPage& page : pages) {
-    text += page.content;
-  }
-  return text;
+  return status;
 }
 
-std::string pdfOf(std::vector<ConvertedPage> converted, const Job& job, const Options& options,
-                  Complaints& complaints) {
-  std::vector<PdfPage> pages;
-  for (ConvertedPage& page : converted) {
-    const Box mediaBox = options.pageSize.value_or(page.box.value_or(letter));
-    pages.push_back({std::move(page.content), mediaBox});
+int convertAll(const Options& options) {
+  std::vector<InputReport> reports;
+  for (size_t i = 0; i < options.inputs.size(); ++i) {
+    const bool isChecked = options.command == Command::check;
+    reports.push_back(convertFile(options.inputs[i], isChecked ? "" : options.outputs[i], options));
+    if (isChecked) {
+      writeVerdict(std::cout, reports.back());
+    } else {
+      writeSummary(std::cerr, reports.back(), options.quiet);
+    }
   }
-  return assemblePdf(pages, job.objects(), options.pageMatrix,
-                     [&](size_t page, const std::string& name) {
-                       complaints.add("page " + std::to_string(converted[page].number),
-                                      name + " is missing: what the program gave is no valid PDF");
-                     });
+  return writeReport(options, reports, overallStatus(reports, options.strict));
 }
 
-std::string readPostScript(const std::string& input) {
-  std::string bytes = readFile(input);
-  if (bytes.empty()) {
-    throw FileFailure(nameOf(input) + " is empty; give a file with PostScript in it");
+int writeAllObjects(const Options& options) {
+  std::vector<InputReport> reports;
+  for (const std::string& input : options.inputs) {
+    reports.push_back(writeObjects(input, options));
+    if (!reports.back().failure.empty()) {
+      std::cerr << "quillpress: " << reports.back().failure << '\n';
+    }
   }
-  if (bytes.starts_with("%PDF-")) {
-    throw FileFailure(nameOf(input) + " is a PDF file already; give a PostScript file");
-  }
-  return bytes;
+  return writeReport(options, reports, overallStatus(reports, false));
 }
 
-int convert(const Options& options) {
-  if (isSameFile(options.input, options.output)) {
-    throw FileFailure("INPUT and OUTPUT are both " + options.input + "; give another OUTPUT");
+int run(const Options& options) {
+  switch (options.command) {
+    case Command::operators:
+      return listOperators(std::cout, options.inputs) ? exitWhole : exitNothingMade;
+    case Command::objects:
+      return writeAllObjects(options);
+    default:
+      return convertAll(options);
   }
-  const DscDocument document(readPostScript(options.input));
-  Complaints complaints(nameOf(options.input));
-  Job job(document, options.pageMatrix,
-          [&](const std::string& where, const std::string& why) { complaints.add(where, why); });
-  const auto pages = job.convertPages();
-  if (pages.empty()) {
-    throw std::runtime_error("no page of " + nameOf(options.input) + " could be converted; " +
-                             "nothing was written");
-  }
-  writeFile(options.output,
-            options.contentOnly ? contentOf(pages) : pdfOf(pages, job, options, complaints));
-  return complaints.exist() ? exitPageFailed : exitAllWell;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   makeStandardStreamsBinary();
+  prepareSignals();
   try {
-    int exitStatus = exitAllWell;
+    int exitStatus = exitWhole;
     const auto options = parseOptions(systemArguments(argc, argv), exitStatus);
-    return options ? convert(*options) : exitStatus;
+    return options ? run(*options) : exitStatus;
   } catch (const std::bad_alloc&) {
     std::cerr << "quillpress: not enough memory for this file; convert fewer pages at a time\n";
   } catch (const std::exception& failure) {
     std::cerr << "quillpress: " << failure.what() << '\n';
   }
-  return quillpress::exitNothingUsable;
+  return exitNothingMade;
 }

@@ -6,8 +6,10 @@
 
 #include <fcntl.h>
 #include <io.h>
+#include <psapi.h>
 #include <sys/stat.h>
 
+#include <array>
 #include <cerrno>
 
 namespace quillpress {
@@ -43,6 +45,10 @@ void makeStandardStreamsBinary() {
   ::SetConsoleOutputCP(CP_UTF8);
 }
 
+void prepareSignals() {}
+
+void setUnfinishedFile(const std::filesystem::path&) {}
+
 std::filesystem::path systemPath(const std::string& utf8) {
   return std::u8string(utf8.begin(), utf8.end());
 }
@@ -69,13 +75,53 @@ int createBeside(const std::filesystem::path& place, std::filesystem::path& made
   }
 }
 
+int createScratch() {
+  std::array<wchar_t, MAX_PATH + 1> folder{};
+  std::array<wchar_t, MAX_PATH + 1> name{};
+  if (::GetTempPathW(MAX_PATH, folder.data()) == 0 ||
+      ::GetTempFileNameW(folder.data(), L"qlp", 0, name.data()) == 0) {
+    errno = EACCES;
+    return -1;
+  }
+  return ::_wopen(name.data(),
+                  _O_RDWR | _O_CREAT | _O_TEMPORARY | _O_BINARY | _O_NOINHERIT | _O_RANDOM,
+                  _S_IREAD | _S_IWRITE);
+}
+
 // A new file has those of its folder.
 bool setPermissions(int, const std::filesystem::path&) {
   return true;
 }
 
+bool seekTo(int descriptor, uint64_t place) {
+  return ::_lseeki64(descriptor, static_cast<int64_t>(place), SEEK_SET) >= 0;
+}
+
+// Files are read: one that is mapped could not be replaced.
+const void* mapFile(int, size_t&) {
+  return nullptr;
+}
+
+void unmapFile(const void*, size_t) {}
+
 bool isDiskFull(int error) {
   return error == ENOSPC || error == EFBIG;
+}
+
+double threadSeconds() {
+  FILETIME created, ended, kernel, user;
+  ::GetThreadTimes(::GetCurrentThread(), &created, &ended, &kernel, &user);
+  const auto ticks = [](const FILETIME& time) {
+    return static_cast<double>(static_cast<uint64_t>(time.dwHighDateTime) << 32 |
+                               time.dwLowDateTime);
+  };
+  return (ticks(kernel) + ticks(user)) * 1e-7;
+}
+
+uint64_t memoryInUse() {
+  PROCESS_MEMORY_COUNTERS counters{};
+  ::GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof counters);
+  return counters.PagefileUsage;
 }
 
 }  // namespace quillpress
