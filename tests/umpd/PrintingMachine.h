@@ -103,6 +103,11 @@ class PrintingMachine {
       return;
     }
     event->signalled = false;
+    // A sender that went away after its call took record and answer with it.
+    SimulatedObject* const end = machine.objects.find(channel_ + u"_end");
+    if (!end) {
+      return;
+    }
     const SimulatedObject* const mapping = machine.objects.find(channel_ + u"_sm");
     const auto* const message = reinterpret_cast<const LauncherStruct*>(mapping->bytes.data());
     std::string words = message->command;
@@ -112,7 +117,7 @@ class PrintingMachine {
       }
     }
     journal.note("launcher", wide(words));
-    machine.objects.find(channel_ + u"_end")->signalled = true;
+    end->signalled = true;
   }
 
   const bool hasPrefixes_ = release != WindowsRelease::windows98 && release != WindowsRelease::nt4;

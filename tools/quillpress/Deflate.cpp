@@ -9,8 +9,8 @@
 namespace quillpress {
 namespace {
 
-// Beyond this level page text hardly becomes smaller, and takes much longer.
-constexpr int level = 6;
+// The first level: page text takes twice the time at the second, for 3 percent less.
+constexpr int level = 1;
 
 struct FreeDecompressor {
   void operator()(libdeflate_decompressor* decompressor) const {

@@ -91,6 +91,9 @@ bool Watch::wantsStop() {
 void Watch::failed(size_t position, std::string_view words) {
   failedAt_ = position;
   const size_t end = pieceStart_ + position;
+  if (limits_.bytes > 0 && words.find("bad_alloc") != std::string_view::npos) {
+    stopCause_ = StopCause::memory;
+  }
   if (stopCause_ != StopCause::none) {
     return addFailure(stopFailure(stopCause_, limits_), end);
   }

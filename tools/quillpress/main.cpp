@@ -9,6 +9,7 @@
 #include "tools/quillpress/Conversion.h"
 #include "tools/quillpress/ExitStatus.h"
 #include "tools/quillpress/Files.h"
+#include "tools/quillpress/FrontEnd.h"
 #include "tools/quillpress/JsonReport.h"
 #include "tools/quillpress/OperatorList.h"
 #include "tools/quillpress/Options.h"
@@ -44,6 +45,9 @@ int writeReport(const Options& options, const std::vector<InputReport>& reports,
 }
 
 int convertAll(const Options& options) {
+  if (options.limits.bytes > 0) {
+    limitMemory(options.limits.bytes);
+  }
   std::vector<InputReport> reports;
   for (size_t i = 0; i < options.inputs.size(); ++i) {
     const bool isChecked = options.command == Command::check;
@@ -68,8 +72,23 @@ int writeAllObjects(const Options& options) {
   return writeReport(options, reports, overallStatus(reports, false));
 }
 
+int showName(const Options& options) {
+  const auto name = outputNameOf(options.title, options.settings, options.existing);
+  if (!name) {
+    std::cerr << "quillpress: the rules find no name that is free; change the settings\n";
+    return exitNothingMade;
+  }
+  std::cout << *name << '\n';
+  return exitWhole;
+}
+
 int run(const Options& options) {
   switch (options.command) {
+    case Command::name:
+      return showName(options);
+    case Command::xmp:
+      std::cout << xmpPacketOf(options.title, options.settings) << '\n';
+      return exitWhole;
     case Command::operators:
       return listOperators(std::cout, options.inputs) ? exitWhole : exitNothingMade;
     case Command::objects:

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <time.h>
 #include <unistd.h>
@@ -143,6 +144,26 @@ uint64_t memoryInUse() {
   const int found = std::fscanf(file, "%lu %lu %lu", &total, &resident, &shared);
   std::fclose(file);
   return found == 3 ? (resident - shared) * static_cast<uint64_t>(::sysconf(_SC_PAGESIZE)) : 0;
+}
+
+#if defined(__SANITIZE_ADDRESS__)
+#define QUILLPRESS_HAS_ADDRESS_SANITIZER
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define QUILLPRESS_HAS_ADDRESS_SANITIZER
+#endif
+#endif
+
+// AddressSanitizer maps more than any limit for itself.
+void limitMemory([[maybe_unused]] uint64_t bytes) {
+#ifndef QUILLPRESS_HAS_ADDRESS_SANITIZER
+  // For stacks, and for what the program holds besides the pages.
+  constexpr uint64_t besides = uint64_t{64} << 20;
+  rlimit limit{};
+  ::getrlimit(RLIMIT_DATA, &limit);
+  limit.rlim_cur = std::min<rlim_t>(bytes + besides, limit.rlim_max);
+  ::setrlimit(RLIMIT_DATA, &limit);
+#endif
 }
 
 }  // namespace quillpress

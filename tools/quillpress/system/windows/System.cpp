@@ -124,4 +124,14 @@ uint64_t memoryInUse() {
   return counters.PagefileUsage;
 }
 
+void limitMemory(uint64_t bytes) {
+  JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+  limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_PROCESS_MEMORY;
+  limits.ProcessMemoryLimit = static_cast<SIZE_T>(bytes);
+  // The job lives as long as the program.
+  const HANDLE job = ::CreateJobObjectW(nullptr, nullptr);
+  ::SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+  ::AssignProcessToJobObject(job, ::GetCurrentProcess());
+}
+
 }  // namespace quillpress
