@@ -16,10 +16,9 @@
 #include "postscript/values/DictionaryObject.h"
 #include "postscript/values/NameObject.h"
 #include "postscript/values/ObjectStack.h"
+#include "postscript/values/VirtualMemory.h"
 
 namespace postscript {
-
-struct VirtualMemorySet;
 
 class DictionaryStack {
  public:
@@ -64,7 +63,7 @@ class DictionaryStack {
   DictionaryObject* const fontDirectory;
   VirtualMemorySet& memory;
   // Changed by push and pop only.
-  ObjectStack stack{"Dictionary Stack"};
+  ObjectStack stack{"Dictionary Stack", &memory.budget};
 
  private:
   struct Level {

@@ -21,7 +21,11 @@ class FileData : public CompositeData {
   FileData(PostscriptObject* filterSource, std::string name);
   ~FileData() override;
 
-  bool mayGo() const override { return !source || mayGiveUp(*source); }
+  void forEachElement(const Visit& visit) const override {
+    if (source) {
+      visit(*source);
+    }
+  }
   void clearContents() override;
 
   const Mode mode;

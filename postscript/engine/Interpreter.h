@@ -51,12 +51,13 @@ class Interpreter {
   DictionaryStack dictionaries{memory};
   std::shared_ptr<generated::GeneratedOps> generatedOps;  // set with the generated layer
   Parser parser{memory, dictionaries};
-  ObjectStack operandStack{"Operand Stack"};
-  ObjectStack executionStack{"Execution Stack"};
-  ObjectStack deferredStack{"Deferred execution stack"};
+  ObjectStack operandStack{"Operand Stack", &memory.budget};
+  ObjectStack executionStack{"Execution Stack", &memory.budget};
+  ObjectStack deferredStack{"Deferred execution stack", &memory.budget};
   int32_t saveLevel = 1;
   bool suspendFlag = false;
   std::string printBuffer;
+  BudgetShare printShare{&memory.budget};
   AbandonedObjects abandoned;
   Observer* observer = nullptr;  // not owned
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <string_view>
 
+#include "postscript/engine/ByteScan.h"
 #include "postscript/engine/DictionaryStack.h"
 #include "postscript/values/Ex.h"
 #include "postscript/values/IntegerObject.h"
@@ -119,6 +120,16 @@ bool Parser::isSeparator(char c, State state) {
 }
 
 const char* Parser::endOfRun(const char* at, const char* end, State separators) {
+  switch (separators) {
+    case State::comment:
+      return findAnyOf<'\n', '\f', '\r', '\0'>(at, end);
+    case State::literalString:
+      return findAnyOf<'\\', '(', ')', '\0'>(at, end);
+    case State::angleString:
+      return findAnyOf<'>', '>', '>', '\0'>(at, end);
+    default:  // short runs
+      break;
+  }
   while (at < end && !isSeparator(*at, separators)) {
     ++at;
   }

@@ -4,19 +4,28 @@
 
 namespace postscript {
 
+namespace {
+
+void printLine(Interpreter& ps, const std::string& text) {
+  ps.printShare.resize(ps.printBuffer.size() + text.size() + 1);
+  ps.printBuffer.append(text).append("\n");
+}
+
+}  // namespace
+
 void PrintValueOperator::execute(Interpreter& ps) {
   const Held<> object = popObject(ps);
-  ps.printBuffer.append(object->valueText()).append("\n");
+  printLine(ps, object->valueText());
 }
 
 void PrintSyntaxOperator::execute(Interpreter& ps) {
   const Held<> object = popObject(ps);
-  ps.printBuffer.append(object->syntaxText()).append("\n");
+  printLine(ps, object->syntaxText());
 }
 
 void StackOperator::execute(Interpreter& ps) {
   for (int32_t i = ps.operandStack.size() - 1; i >= 0; --i) {
-    ps.printBuffer.append(ps.operandStack.at(i)->valueText()).append("\n");
+    printLine(ps, ps.operandStack.at(i)->valueText());
   }
 }
 

@@ -77,7 +77,7 @@ void putStringInterval(const StringObject& source, int32_t index, PostscriptObje
   const auto sourceSize = static_cast<int64_t>(source.view().size());
   const int64_t begin = std::clamp<int64_t>(index, 0, size);
   const int64_t end = std::clamp(sourceSize + index, begin, size);
-  checkStringSize(static_cast<size_t>(size - (end - begin) + sourceSize));
+  string->body().expectSize(static_cast<size_t>(size - (end - begin) + sourceSize));
   string->text().replace(static_cast<size_t>(begin), static_cast<size_t>(end - begin),
                          source.text());
 }
@@ -98,7 +98,9 @@ void getStringInterval(Interpreter& ps, const StringObject& source, int32_t inde
   if (index < 0 || static_cast<size_t>(index) > source.view().size() || count < 0) {
     throw Ex(sourceFile, 366, "start or count out of range in getinterval");
   }
-  interval->text() = source.view().substr(static_cast<size_t>(index), static_cast<size_t>(count));
+  const std::string_view text = source.view();
+  interval->setText(
+      std::string(text.substr(static_cast<size_t>(index), static_cast<size_t>(count))));
 }
 
 }  // namespace

@@ -16,6 +16,8 @@ namespace postscript {
 
 class ContentText {
  public:
+  explicit ContentText(Budget* budget) : bytes_(budget) {}
+
   size_t size() const { return bytes_.size() + insertedLength_; }
   // All of it, with a NUL byte after its end; valid until something is written.
   std::string_view text();

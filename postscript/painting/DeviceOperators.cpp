@@ -104,7 +104,9 @@ void ShowpageOperator::execute(Interpreter& ps) {
 }
 
 void PrintOperator::execute(Interpreter& ps) {
-  ps.printBuffer.append(popStringObject(ps)->textToNul());
+  const auto string = popStringObject(ps);
+  ps.printShare.resize(ps.printBuffer.size() + string->text().size());
+  ps.printBuffer.append(string->textToNul());
 }
 
 void addDeviceOperators(OperatorRegistry& registry, Postscript2Pdf* converter) {

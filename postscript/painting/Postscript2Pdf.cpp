@@ -23,9 +23,12 @@ Matrix widened(const float* matrix) {
 
 }  // namespace
 
-Postscript2Pdf::Postscript2Pdf(const float* matrix) : pageMatrix(widened(matrix)) {
+Postscript2Pdf::Postscript2Pdf(const float* matrix)
+    : pageMatrix(widened(matrix)),
+      interpreter(std::make_unique<Interpreter>()),
+      contentText(&interpreter->memory.budget),
+      statesShare_(&interpreter->memory.budget) {
   resetGraphicsStates();
-  interpreter = std::make_unique<Interpreter>();
 }
 
 Postscript2Pdf::~Postscript2Pdf() = default;
@@ -90,6 +93,7 @@ void Postscript2Pdf::pushDefaultGraphicsState() {
 }
 
 void Postscript2Pdf::pushGraphicsState() {
+  statesShare_.resize((graphicsStates.size() + 1) * sizeof(GraphicsState));
   graphicsStates.push_back(topState());
 }
 

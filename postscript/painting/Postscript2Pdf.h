@@ -78,6 +78,7 @@ class Postscript2Pdf {
   void run(std::string_view piece);
   void reportFailure(std::string_view words) const;
 
+  BudgetShare statesShare_;
   HandedOutPdfObjects handedOut_;
 };
 

@@ -20,6 +20,7 @@ void TextBuffer::grow(size_t bytes) {
     throw std::bad_alloc();
   }
   const size_t wanted = std::max({capacity_ * 2, size_ + bytes, firstCapacity});
+  share_.resize(wanted);
   void* grown = std::realloc(bytes_, wanted);
   if (!grown) {
     throw std::bad_alloc();

@@ -7,11 +7,13 @@
 #include <cstring>
 #include <string_view>
 
+#include "postscript/values/Budget.h"
+
 namespace postscript {
 
 class TextBuffer {
  public:
-  TextBuffer() = default;
+  explicit TextBuffer(Budget* budget) : share_(budget) {}
   TextBuffer(const TextBuffer&) = delete;
   TextBuffer& operator=(const TextBuffer&) = delete;
   ~TextBuffer();
@@ -44,6 +46,7 @@ class TextBuffer {
   char* bytes_ = nullptr;
   size_t size_ = 0;
   size_t capacity_ = 0;
+  BudgetShare share_;
 };
 
 }  // namespace postscript

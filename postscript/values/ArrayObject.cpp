@@ -2,6 +2,7 @@
 
 #include "postscript/values/Ex.h"
 #include "postscript/values/Limits.h"
+#include "postscript/values/VirtualMemory.h"
 
 namespace postscript {
 
@@ -34,12 +35,8 @@ void appendSyntaxText(const ArrayObject& array, int depth, std::string& text) {
 
 ArrayData::~ArrayData() = default;
 
-bool ArrayData::mayGo() const {
-  return items.allObjects([](const PostscriptObject& element) { return mayGiveUp(element); });
-}
-
 ArrayObject::ArrayObject(VirtualMemoryObject& space, char kind)
-    : CompositeObject(space, std::make_unique<ArrayData>(kind)) {
+    : CompositeObject(space, std::make_unique<ArrayData>(space.budget(), kind)) {
   runBy = RunBy::array;
   executable = false;
 }

@@ -14,13 +14,13 @@ class ArrayData : public CompositeData {
   static constexpr char procedure = '{';
   static constexpr char array = '[';
 
-  explicit ArrayData(char arrayKind)
+  ArrayData(Budget& budget, char arrayKind)
       : CompositeData(TypeTag::array),
         kind(arrayKind),
-        items(arrayKind == procedure ? "Array { Stack" : "Array [ Stack") {}
+        items(arrayKind == procedure ? "Array { Stack" : "Array [ Stack", &budget) {}
   ~ArrayData() override;
 
-  bool mayGo() const override;
+  void forEachElement(const Visit& visit) const override { items.forEachObject(visit); }
   void clearContents() override { items.clear(); }
 
   const char kind;

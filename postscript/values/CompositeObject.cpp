@@ -42,15 +42,4 @@ bool endIsSilent(const PostscriptObject& object) {
   return object.type != TypeTag::name || typeid(object) == typeid(NameObject);
 }
 
-bool mayGiveUp(const PostscriptObject& element) {
-  switch (element.type) {
-    case TypeTag::string:
-      return element.refCount == 1 && element.holders == 0;
-    case TypeTag::name:
-      return element.refCount > 1 || endIsSilent(element);
-    default:
-      return true;
-  }
-}
-
 }  // namespace postscript

@@ -1,12 +1,14 @@
 // CompositeObject: a handle on a body that several handles may share. Handles are counted by those
 // who store them, as all objects are; a body belongs to the memory space in which it was made.
 //
-// A body ends with its space at the latest. It ends with its last handle if nothing can tell: a
-// string's always, any other one when giving up its elements changes no count and runs no
-// destructor that a program could notice (see mayGiveUp). A handle may outlive its interpreter:
-// the body is an empty shell then, and goes with it.
+// A body ends with its space at the latest, and with its last handle if nothing can tell. That is
+// so unless it is the last to hold a loop's continuation, whose end makes a procedure literal. The
+// count of a string shows in what the read operators do, so a string that others hold too keeps the
+// body's count. A handle may outlive its interpreter: the body is an empty shell then, and goes
+// with it.
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "postscript/values/PostscriptObject.h"
@@ -22,8 +24,10 @@ class CompositeData : public objectPool::Pooled {
   CompositeData& operator=(const CompositeData&) = delete;
   virtual ~CompositeData();
 
-  // Whether the body may end before its space does.
-  virtual bool mayGo() const = 0;
+  using Visit = std::function<void(PostscriptObject&)>;
+
+  // Calls it for each object that the body holds.
+  virtual void forEachElement(const Visit& visit) const = 0;
   // Gives up everything that the body holds.
   virtual void clearContents() = 0;
 
@@ -61,9 +65,5 @@ class CompositeObject : public PostscriptObject {
 // Whether the end of an object does nothing that a program could notice, as that of a loop's
 // continuation does.
 bool endIsSilent(const PostscriptObject& object);
-// Whether a body that ends early may give up this element. The count of a string shows in what the
-// read operators do, so another holder's string keeps the body's count; and the end of a loop's
-// continuation makes its procedure literal.
-bool mayGiveUp(const PostscriptObject& element);
 
 }  // namespace postscript

@@ -13,7 +13,9 @@ namespace postscript {
 
 namespace {
 constexpr size_t initialSlots = 8;
-}
+// What an entry takes with its key, its value and its slots.
+constexpr size_t bytesOfEntry = 256;
+}  // namespace
 
 KeyText::KeyText(const PostscriptObject& key) {
   if (const auto* name = as<NameObject>(&key)) {
@@ -54,6 +56,7 @@ void DictionaryData::put(Symbol& key, PostscriptObject* value) {
     giveUp(std::exchange(entry->value, value));
     return;
   }
+  share_.resize((count_ + 1) * bytesOfEntry);
   if ((count_ + 1) * 2 > slots_.size()) {
     grow();
   }
@@ -111,6 +114,7 @@ void DictionaryData::remove(Symbol& key) {
   }
   unlink(slot);
   --count_;
+  share_.resize(count_ * bytesOfEntry);
   PostscriptObject* value = entry->value;
   delete entry;
   giveUp(value);
@@ -134,6 +138,7 @@ void DictionaryData::clear() {
   // A value's end may look at this dictionary, so it is empty before the first goes.
   const std::vector<DictionaryEntry*> old = std::exchange(slots_, {});
   count_ = 0;
+  share_.resize(0);
   ordered_.reset();
   for (DictionaryEntry* entry : old) {
     if (entry) {
@@ -167,17 +172,17 @@ std::vector<const DictionaryEntry*> DictionaryData::entries() const {
   return all;
 }
 
-bool DictionaryData::mayGo() const {
+void DictionaryData::forEachElement(const Visit& visit) const {
   for (const DictionaryEntry* entry : slots_) {
-    if (entry && !mayGiveUp(*entry->value)) {
-      return false;
+    if (entry) {
+      visit(*entry->value);
     }
   }
-  return true;
 }
 
 DictionaryObject::DictionaryObject(VirtualMemoryObject& space, std::string name)
-    : CompositeObject(space, std::make_unique<DictionaryData>(space.symbols(), std::move(name))) {}
+    : CompositeObject(space, std::make_unique<DictionaryData>(space.budget(), space.symbols(),
+                                                              std::move(name))) {}
 
 std::string DictionaryObject::describe() const {
   std::string text = typeName(type);

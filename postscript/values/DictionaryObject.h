@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "postscript/values/Budget.h"
 #include "postscript/values/CompositeObject.h"
 #include "postscript/values/OrderedEntries.h"
 #include "postscript/values/Symbol.h"
@@ -52,8 +53,11 @@ class DictionaryEntry : public objectPool::Pooled {
 
 class DictionaryData : public CompositeData {
  public:
-  explicit DictionaryData(SymbolTable& symbols, std::string theName = {})
-      : CompositeData(TypeTag::dictionary), name(std::move(theName)), symbols_(symbols) {}
+  DictionaryData(Budget& budget, SymbolTable& symbols, std::string theName = {})
+      : CompositeData(TypeTag::dictionary),
+        name(std::move(theName)),
+        symbols_(symbols),
+        share_(&budget) {}
   ~DictionaryData() override;
 
   // Replaces an existing value of the key.
@@ -73,7 +77,7 @@ class DictionaryData : public CompositeData {
   // All entries in that order.
   std::vector<const DictionaryEntry*> entries() const;
 
-  bool mayGo() const override;
+  void forEachElement(const Visit& visit) const override;
   void clearContents() override { clear(); }
 
   const std::string name;  // empty for a program's own dictionary
@@ -88,6 +92,7 @@ class DictionaryData : public CompositeData {
   SymbolTable& symbols_;
   std::vector<DictionaryEntry*> slots_;  // open addressing; a power of two, at most half full
   size_t count_ = 0;
+  BudgetShare share_;
   mutable std::unique_ptr<OrderedEntries> ordered_;  // since somebody walked over the dictionary
 };
 

@@ -34,6 +34,13 @@ void ObjectStack::failOnNull() {
   throw Ex(sourceFile, 40, "cannot push null item onto stack");
 }
 
+void ObjectStack::growTo(size_t capacity) {
+  // An item is mostly the only holder of its object, which counts here too.
+  constexpr size_t bytesOfItem = sizeof(StackItem) + 48;
+  share_.resize(capacity * bytesOfItem);
+  items_.reserve(capacity);
+}
+
 PostscriptObject* ObjectStack::pop() {
   if (items_.empty()) {
     throw Ex(sourceFile, 48, "pop - expected item on stack");
@@ -72,6 +79,10 @@ void ObjectStack::setAt(int64_t index, PostscriptObject* object) {
 }
 
 void ObjectStack::moveTop(int32_t count, ObjectStack& other) {
+  const size_t together = other.items_.size() + static_cast<size_t>(count);
+  if (together > other.items_.capacity()) {
+    other.growTo(together);
+  }
   const auto first = items_.end() - count;
   other.items_.insert(other.items_.end(), first, items_.end());
   items_.erase(first, items_.end());
@@ -101,6 +112,7 @@ int32_t ObjectStack::countToMark() const {
 void ObjectStack::clear() {
   // An item's end may look at this stack, so it is empty before the first goes.
   const std::vector<StackItem> old = std::exchange(items_, {});
+  share_.resize(0);
   for (const StackItem& item : old) {
     if (item.kind == StackItem::Kind::object) {
       giveUp(item.object);
@@ -138,8 +150,7 @@ void ObjectStack::pushCloneFromTop(int32_t depth) {
   StackItem item = itemFromTop(depth);
   item.sinceMark = 0;
   if (item.kind != StackItem::Kind::object) {
-    items_.push_back(item);
-    return;
+    return append(item);
   }
   makeRoom();
   pushChecked(item.object->clone());

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "postscript/values/Budget.h"
 #include "postscript/values/PostscriptObject.h"
 
 namespace postscript {
@@ -72,8 +73,9 @@ struct NumberOperand {
 
 class ObjectStack {
  public:
-  // name: a literal, for people only.
-  explicit ObjectStack(const char* theName) : name(theName) {}
+  // name: a literal, for people only. budget: null for a stack that nobody limits.
+  explicit ObjectStack(const char* theName, Budget* budget = nullptr)
+      : name(theName), share_(budget) {}
   ObjectStack(const ObjectStack&) = delete;
   ObjectStack& operator=(const ObjectStack&) = delete;
   ~ObjectStack() { clear(); }
@@ -83,7 +85,7 @@ class ObjectStack {
     if (!object) {
       failOnNull();
     }
-    items_.push_back(StackItem::ofObject(object));
+    append(StackItem::ofObject(object));
     ++object->refCount;
   }
   // Makes an object and pushes it; nothing is lost when memory runs out on the way.
@@ -95,9 +97,9 @@ class ObjectStack {
     return object;
   }
   // New numbers and booleans.
-  void pushInteger(int32_t value) { items_.push_back(StackItem::ofInteger(value)); }
-  void pushReal(double value) { items_.push_back(StackItem::ofReal(value)); }
-  void pushBoolean(bool value) { items_.push_back(StackItem::ofBoolean(value)); }
+  void pushInteger(int32_t value) { append(StackItem::ofInteger(value)); }
+  void pushReal(double value) { append(StackItem::ofReal(value)); }
+  void pushBoolean(bool value) { append(StackItem::ofBoolean(value)); }
 
   // Removes the top and takes one count off. Does not delete: whoever pops decides.
   PostscriptObject* pop();
@@ -157,15 +159,14 @@ class ObjectStack {
   // How many items there are above the topmost mark, or in all when there is none. Each item
   // remembers its count, which holds as long as the item stays: so items are counted once.
   int32_t countToMark() const;
-  // Whether the test holds for every item that is an object, plain values aside.
-  template <class Test>
-  bool allObjects(Test test) const {
+  // Calls it for every item that is an object, plain values aside.
+  template <class Visit>
+  void forEachObject(const Visit& visit) const {
     for (const StackItem& item : items_) {
-      if (item.kind == StackItem::Kind::object && !test(*item.object)) {
-        return false;
+      if (item.kind == StackItem::Kind::object) {
+        visit(*item.object);
       }
     }
-    return true;
   }
   // Gives up the topmost items; there must be so many.
   void drop(int32_t count = 1) {
@@ -190,12 +191,18 @@ class ObjectStack {
   [[noreturn]] static void failOnNull();
   static bool numberOfObject(const PostscriptObject* object, NumberOperand& number);
   void makeRoom() {
-    if (items_.size() == items_.capacity()) {
-      items_.reserve(items_.size() * 2 + 8);
+    if (items_.size() == items_.capacity()) [[unlikely]] {
+      growTo(items_.size() * 2 + 8);
     }
   }
+  void append(const StackItem& item) {
+    makeRoom();
+    items_.push_back(item);
+  }
+  void growTo(size_t capacity);
 
   mutable std::vector<StackItem> items_;
+  BudgetShare share_;
 };
 
 }  // namespace postscript

@@ -64,6 +64,7 @@ class PostscriptObject : public objectPool::Pooled {
 
   bool executable = true;
   RunBy runBy = RunBy::execute;
+  bool countIsKept = false;  // by the memory, see VirtualMemorySet
   int32_t refCount = 0;
   const TypeTag type;
   int32_t holders = 0;

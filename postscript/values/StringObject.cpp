@@ -2,22 +2,31 @@
 
 #include "postscript/values/Ex.h"
 #include "postscript/values/Limits.h"
+#include "postscript/values/VirtualMemory.h"
 
 namespace postscript {
 
 namespace {
 constexpr const char* sourceFile = "postscript/lib/StringObject";
-
-std::unique_ptr<CompositeData> checkedBody(std::string text) {
-  checkStringSize(text.size());
-  return std::make_unique<StringData>(std::move(text));
-}
+// What a string takes besides its bytes: body and handle.
+constexpr size_t bytesOfString = 192;
 }  // namespace
+
+StringData::StringData(Budget& budget, std::string bytes)
+    : CompositeData(TypeTag::string), share_(&budget) {
+  expectSize(bytes.size());
+  text_ = std::move(bytes);
+}
 
 StringData::~StringData() = default;
 
+void StringData::expectSize(size_t bytes) {
+  checkStringSize(bytes);
+  share_.resize(bytesOfString + bytes);
+}
+
 StringObject::StringObject(VirtualMemoryObject& space, std::string text)
-    : CompositeObject(space, checkedBody(std::move(text))) {
+    : CompositeObject(space, std::make_unique<StringData>(space.budget(), std::move(text))) {
   executable = false;
 }
 
@@ -39,8 +48,13 @@ void StringObject::setByte(size_t index, char byte) {
 }
 
 void StringObject::append(std::string_view bytes) {
-  checkStringSize(text().size() + bytes.size());
+  body().expectSize(text().size() + bytes.size());
   text().append(bytes);
+}
+
+void StringObject::setText(std::string bytes) {
+  body().expectSize(bytes.size());
+  text() = std::move(bytes);
 }
 
 void checkStringSize(size_t bytes) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "postscript/values/Budget.h"
 #include "postscript/values/CompositeObject.h"
 #include "postscript/values/FilterNames.h"
 
@@ -13,12 +14,14 @@ namespace postscript {
 
 class StringData : public CompositeData {
  public:
-  explicit StringData(std::string bytes)
-      : CompositeData(TypeTag::string), text_(std::move(bytes)) {}
+  // Fails for a text that is too long to keep, or for which the budget has no room.
+  StringData(Budget& budget, std::string bytes);
   ~StringData() override;
 
-  bool mayGo() const override { return true; }
+  void forEachElement(const Visit&) const override {}
   void clearContents() override { text().clear(); }
+  // Before the text grows to so many bytes.
+  void expectSize(size_t bytes);
 
   // To read or to change; may hold NUL bytes.
   std::string& text() {
@@ -43,6 +46,7 @@ class StringData : public CompositeData {
  private:
   std::string text_;
   size_t dropped_ = 0;  // bytes at the front that are no longer part of the text
+  BudgetShare share_;
 };
 
 class StringObject : public CompositeObject {
@@ -67,6 +71,7 @@ class StringObject : public CompositeObject {
   // fails.
   void setByte(size_t index, char byte);
   void append(std::string_view bytes);
+  void setText(std::string bytes);
 
  private:
   StringObject(const StringObject& source) : CompositeObject(source, source.executable) {}

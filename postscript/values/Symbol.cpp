@@ -8,7 +8,7 @@ namespace postscript {
 
 namespace {
 
-constexpr size_t initialSlots = 2048;
+constexpr size_t initialSlots = 8192;
 
 // Eight bytes at a time; the multiplications spread each byte over the upper half.
 uint32_t hashOf(std::string_view text) {

@@ -46,15 +46,33 @@ void VirtualMemoryObject::unlink(CompositeData& body) {
 }
 
 void VirtualMemoryObject::lastHandleGone(CompositeData& body) {
-  if (ending_ || !body.mayGo()) {
+  if (ending_ || !mayGo(body)) {
     return;
   }
+  keepCountsOfStrings(body);
   unlink(body);
   body.next_ = unused_;
   unused_ = &body;
   if (!endingUnused_) {
     endUnused();
   }
+}
+
+bool VirtualMemoryObject::mayGo(const CompositeData& body) const {
+  bool silent = true;
+  body.forEachElement([&silent](const PostscriptObject& element) {
+    silent = silent && (element.refCount > 1 || endIsSilent(element));
+  });
+  return silent;
+}
+
+void VirtualMemoryObject::keepCountsOfStrings(const CompositeData& body) {
+  body.forEachElement([this](PostscriptObject& element) {
+    const bool held = element.refCount > 1 || element.holders > 0;
+    if (element.type == TypeTag::string && held) {
+      set_->keepCount(element);
+    }
+  });
 }
 
 void VirtualMemoryObject::endUnused() {
@@ -68,8 +86,8 @@ void VirtualMemoryObject::endUnused() {
 }
 
 VirtualMemorySet::VirtualMemorySet() {
-  auto localSpace = std::make_unique<VirtualMemoryObject>("Local Memory", &symbols);
-  global = new VirtualMemoryObject("Global Memory", &symbols);
+  auto localSpace = std::make_unique<VirtualMemoryObject>("Local Memory", this);
+  global = new VirtualMemoryObject("Global Memory", this);
   current = local = localSpace.release();
   ++local->refCount;
   ++global->refCount;
@@ -78,6 +96,17 @@ VirtualMemorySet::VirtualMemorySet() {
 VirtualMemorySet::~VirtualMemorySet() {
   giveUp(local);
   giveUp(global);
+  for (PostscriptObject* object : kept_) {
+    delete object;
+  }
+}
+
+void VirtualMemorySet::keepCount(PostscriptObject& object) {
+  if (!object.countIsKept) {
+    kept_.push_back(&object);
+    object.countIsKept = true;
+  }
+  ++object.refCount;
 }
 
 }  // namespace postscript

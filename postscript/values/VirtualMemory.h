@@ -5,23 +5,27 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "postscript/values/Budget.h"
 #include "postscript/values/CompositeObject.h"
 #include "postscript/values/PostscriptObject.h"
 #include "postscript/values/Symbol.h"
 
 namespace postscript {
 
+struct VirtualMemorySet;
+
 // A space, and also the value that save pushes: then a space without bodies, for its name only.
 class VirtualMemoryObject : public PostscriptObject {
  public:
   static constexpr TypeTag tag = TypeTag::save;
 
-  // symbols: for the dictionaries of the space; null for a value of save.
-  explicit VirtualMemoryObject(std::string name, SymbolTable* symbols = nullptr)
+  // set: to which the space belongs; null for a value of save.
+  explicit VirtualMemoryObject(std::string name, VirtualMemorySet* set = nullptr)
       : PostscriptObject(tag),
         name_(std::make_shared<const std::string>(std::move(name))),
-        symbols_(symbols) {}
+        set_(set) {}
   // Ends the bodies, oldest first.
   ~VirtualMemoryObject() override;
 
@@ -29,7 +33,8 @@ class VirtualMemoryObject : public PostscriptObject {
   // A new, empty space: the bodies stay with the source.
   PostscriptObject* clone() const override { return new VirtualMemoryObject(*this); }
 
-  SymbolTable& symbols() const { return *symbols_; }
+  SymbolTable& symbols() const;
+  Budget& budget() const;
   // The place of the next body. Places are not used again.
   uint32_t takeIndex() { return nextIndex_++; }
   // Lists a body, which belongs to the space from now on; a string's belongs to its handles.
@@ -39,6 +44,8 @@ class VirtualMemoryObject : public PostscriptObject {
  private:
   VirtualMemoryObject(const VirtualMemoryObject& source)
       : PostscriptObject(tag), name_(source.name_), copies_(source.copies_ + 1) {}
+  bool mayGo(const CompositeData& body) const;
+  void keepCountsOfStrings(const CompositeData& body);
   void unlink(CompositeData& body);
   void endUnused();
 
@@ -46,7 +53,7 @@ class VirtualMemoryObject : public PostscriptObject {
   // names of a thousand copies of copies take no room.
   std::shared_ptr<const std::string> name_;
   size_t copies_ = 0;
-  SymbolTable* symbols_ = nullptr;
+  VirtualMemorySet* set_ = nullptr;
   uint32_t nextIndex_ = 0;
   CompositeData* first_ = nullptr;  // the oldest
   CompositeData* last_ = nullptr;
@@ -61,10 +68,24 @@ struct VirtualMemorySet {
   VirtualMemorySet& operator=(const VirtualMemorySet&) = delete;
   ~VirtualMemorySet();
 
+  // A count on the object that nobody gives back while the interpreter lives.
+  void keepCount(PostscriptObject& object);
+
+  Budget budget;
   SymbolTable symbols;
   VirtualMemoryObject* local;
   VirtualMemoryObject* global;
   VirtualMemoryObject* current;  // one of the two: where new bodies go
+
+ private:
+  std::vector<PostscriptObject*> kept_;  // whose counts are kept, each once
 };
+
+inline SymbolTable& VirtualMemoryObject::symbols() const {
+  return set_->symbols;
+}
+inline Budget& VirtualMemoryObject::budget() const {
+  return set_->budget;
+}
 
 }  // namespace postscript

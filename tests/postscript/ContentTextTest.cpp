@@ -98,7 +98,7 @@ class TextPair {
   }
 
   std::mt19937 random_;
-  ContentText content_;
+  ContentText content_{nullptr};
   PlainText plain_;
   size_t start_ = 0;
 };

@@ -72,7 +72,8 @@ TEST(ObjectStack, SetsWithinItsSizeAndOneBeyond) {
 TEST(DictionaryData, GivesUpWhatItReplacesOrLoses) {
   {
     SymbolTable symbols;
-    DictionaryData dictionary(symbols);
+    Budget budget;
+    DictionaryData dictionary(budget, symbols);
     auto* kept = new Counted;
     dictionary.put("a", kept);
     dictionary.put("a", kept);
