@@ -23,7 +23,7 @@ umpd::JobRecords& jobsOfProcess() {
   return frontEnd.jobs;
 }
 
-// Gives what the call gives or, if there is no memory for its work, `failure`.
+// Returns what the call returns or, if there is no memory for its work, `failure`.
 template <class Call>
 uint32_t guarded(uint32_t failure, Call call) {
   try {

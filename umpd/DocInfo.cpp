@@ -1,3 +1,5 @@
+// Each value opens and closes the printer's key by itself, so that a key that goes away in the
+// middle costs no more than the values that were not read yet.
 #include "umpd/DocInfo.h"
 
 #include <cstddef>

@@ -1,3 +1,5 @@
+// The steps of JobEntries without its handles. A job's status decides what it is good for: writing
+// and closing ask for a record only, the other steps for a job that has not ended.
 #include "umpd/DrvSpl.h"
 
 #include "umpd/Trace.h"

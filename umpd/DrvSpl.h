@@ -1,6 +1,6 @@
-// DrvSpl: a second door to a job, for a driver that is built into the library. It goes by the
-// record's own address and takes the job's steps one by one: the end leaves the record, the close
-// deletes it.
+// DrvSpl: a second way to a job, for a driver that is built into the library. Nothing in the
+// library calls it; it is required from outside and stays. It goes by the record's own address and
+// takes the job's steps one by one: the end leaves the record, the close deletes it.
 //
 // Bad addresses cost a box, and the result is null, 0 or false.
 #pragma once

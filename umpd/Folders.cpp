@@ -1,3 +1,5 @@
+// Folders are asked of the system each time, but for the driver directory: every job needs it
+// several times, and it stays the same for the life of the process.
 #include "umpd/Folders.h"
 
 #include <algorithm>
@@ -12,6 +14,7 @@ namespace {
 
 constexpr std::u16string_view separators = u"/\\";
 
+// Each line of the system keeps the files of its drivers apart.
 std::u16string_view versionSubdirectory(SystemVersion& version) {
   if (version.isNt4()) {
     return u"\\2\\";
@@ -38,6 +41,7 @@ std::u16string queryDriverDirectory(Platform& platform) {
 
 }  // namespace
 
+// A failure is not remembered: the spooler may be there the next time.
 std::optional<std::u16string> getDriverDirectory(Platform& platform, size_t capacity) {
   if (capacity == 0) {
     return std::nullopt;
@@ -84,6 +88,9 @@ std::u16string productDataFolder(Platform& platform) {
   return folder;
 }
 
+// The path is taken apart at its separators and put together with `/`. The two in front of a
+// server's name are lost on the way, which makes such a path a relative one: its directory has to
+// exist.
 bool makeDirectories(Platform& platform, std::u16string_view path) {
   std::u16string made;
   size_t start = path.find_first_not_of(separators);
@@ -100,7 +107,7 @@ bool makeDirectories(Platform& platform, std::u16string_view path) {
     if (attributes && (*attributes & attributeDirectory) == 0) {
       return false;
     }
-    // One that cannot be made stops nothing: those below it may stand all the same.
+    // One that cannot be made stops nothing: those below it may exist anyway.
     if (!attributes) {
       platform.files.makeDirectory(made);
     }

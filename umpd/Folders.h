@@ -27,7 +27,7 @@ std::u16string applicationDataFolder(Platform& platform);
 std::u16string productDataFolder(Platform& platform);
 
 // Makes what is missing of a path. False if the path names nothing, or if something on its way
-// stands and is no directory.
+// exists and is no directory.
 bool makeDirectories(Platform& platform, std::u16string_view path);
 
 }  // namespace umpd

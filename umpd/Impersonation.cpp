@@ -1,3 +1,6 @@
+// The two calls are the spooler library's own and are looked up in it. It stays loaded from the
+// step out to the step back; the address for the way back is known before the first step, so that
+// nothing can stand in the way later.
 #include "umpd/Impersonation.h"
 
 #include "umpd/Report.h"

@@ -1,3 +1,7 @@
+// Everything goes by names made of one base name: the receiver's mutex (it runs), its event (a
+// message is there), the mapping (the message) and the sender's end event (it was read).
+// A sender keeps the mapping for the life of its channel, and makes the end event anew for each
+// message, so that an answer that came too late cannot be taken for the next one.
 #include "umpd/InterProcessComms.h"
 
 #include <utility>
@@ -9,6 +13,7 @@
 
 namespace umpd {
 
+// A user without a name still has a channel: the base name then ends in the underscore.
 std::u16string buildChannelName(Platform& platform, std::u16string_view name) {
   std::u16string channel;
   if (platform.version.isWin2kOrLater()) {
@@ -52,7 +57,7 @@ Record* InterProcessComms<Record>::openSharedMemory() {
   return reinterpret_cast<Record*>(memory_.view.get());
 }
 
-// A mapping stands for as long as either side has it open; the side that comes first makes it.
+// A mapping exists as long as either side has it open; the side that comes first makes it.
 template <class Record>
 bool InterProcessComms<Record>::openMapping() {
   SharedMemoryView opened;

@@ -34,7 +34,8 @@ class InterProcessComms {
   InterProcessComms& operator=(const InterProcessComms&) = delete;
 
   bool isReceiverReady();
-  // The record to fill, null if there is no way to it. What other messages have left in it stands.
+  // The record to fill, null if it cannot be had. What other messages have left in it is still
+  // there.
   Record* openSharedMemory();
   // Tells the receiver of the record. True if it answered.
   bool sendMsg();

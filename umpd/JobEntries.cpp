@@ -1,3 +1,5 @@
+// Each entry finds its job, or complains in a box, and makes one call of it. The words of the boxes
+// are part of what users know of the product, also where they name another call.
 #include "umpd/JobEntries.h"
 
 #include <span>
@@ -14,12 +16,14 @@ JobHandle handleOf(const UmDriver* job) {
   return static_cast<JobHandle>(reinterpret_cast<uintptr_t>(job));
 }
 
+// What a handle was made of: records lie below 4 GiB.
 const void* addressOf(JobHandle handle) {
   return reinterpret_cast<const void*>(uintptr_t{handle});
 }
 
 }  // namespace
 
+// The box shows the name as a null text: it is the only name that is refused.
 JobHandle DocStart(JobRecords& records, const char16_t* printerName) {
   if (!printerName) {
     showErrorBox(records.platform, "DocStart - invalid printer name %s\n", "(null)");
@@ -50,7 +54,7 @@ uint32_t DocEnd(JobRecords& records, JobHandle handle) {
 
 uint32_t getIntVal(JobRecords& records, const void* address, const char16_t* key,
                    uint32_t defaultValue) {
-  // The words name another call than this one. They are what users have seen ever since.
+  // The words name another call than this one. They are what users have always seen.
   const JobPointer job = records.find(address, statusInitialised, "getPrinterName invalid parms");
   return job ? job->settings.getSettingInt(key, defaultValue) : defaultValue;
 }

@@ -19,7 +19,7 @@ JobHandle DocStart2K(JobRecords& records, PrinterHandle printer, uint32_t jobId,
                      const char16_t* printerName, const char16_t* docName);
 // 1, or 0 for a failure. After a failed write none is tried again.
 uint32_t DocWrite(JobRecords& records, JobHandle handle, const void* buffer, uint32_t length);
-// The handle is dead behind it. A job that failed ends in the normal way.
+// The handle is dead after it. A job that failed ends in the normal way.
 uint32_t DocEnd(JobRecords& records, JobHandle handle);
 
 uint32_t getIntVal(JobRecords& records, const void* job, const char16_t* key,

@@ -1,3 +1,6 @@
+// The map holds each job by a shared pointer, and so does every call while it works on the job:
+// whichever of them goes last ends the record. An entry that is marked as ending is good for
+// reading settings only.
 #include "umpd/JobRecords.h"
 
 #include "umpd/Report.h"
@@ -17,12 +20,14 @@ EndingJob::~EndingJob() {
   }
 }
 
+// Under its address, which nobody else can have as long as the record exists.
 UmDriver* JobRecords::add(const JobPointer& job) {
   const std::lock_guard lock(mutex_);
   jobs_->emplace(job.get(), Entry{job});
   return job.get();
 }
 
+// The address is only compared until it is known to be a record's.
 JobRecords::Entry* JobRecords::good(const void* address, uint32_t statusBits, bool alsoEnding) {
   const auto found = jobs_->find(address);
   if (found == jobs_->end() || (found->second.ending && !alsoEnding)) {
@@ -81,6 +86,7 @@ void JobRecords::complain(const char* complaint) {
   showErrorBox(platform, "%s", complaint);
 }
 
+// The map stays on the heap for good: its jobs would call the spooler while they end.
 void JobRecords::abandon() {
   static_cast<void>(jobs_.release());
 }

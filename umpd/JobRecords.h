@@ -18,7 +18,7 @@
 
 namespace umpd {
 
-// Ends a record through its virtual destructor, and gives its memory back.
+// Ends a record through its virtual destructor, and frees its memory.
 struct JobDeleter {
   LowMemory& memory;
   void operator()(UmDriver* job) const;

@@ -1,3 +1,5 @@
+// A message is the record's fields filled in place, the command last. What the launcher cannot see
+// in a field of this message is left from the one before.
 #include "umpd/LauncherProxy.h"
 
 #include <cstdint>
@@ -19,6 +21,7 @@ bool LauncherProxy::isLauncherRunning() {
   return channel_.isReceiverReady();
 }
 
+// By its full path: the current directory is the printing program's.
 bool LauncherProxy::startLauncher() {
   if (isLauncherRunning()) {
     return true;
@@ -32,7 +35,7 @@ bool LauncherProxy::startLauncher() {
       {.commandLine = *program, .directory = {}, .creationFlags = 0, .showState = hidden}));
 }
 
-// The fields of the other message keep what stands in them.
+// The fields of the other message keep their text.
 bool LauncherProxy::startprint(std::u16string_view printerName) {
   LauncherStruct* record = openRecord();
   if (!record) {
@@ -64,7 +67,7 @@ LauncherStruct* LauncherProxy::openRecord() {
   return record;
 }
 
-// What stands behind the text's terminator stays.
+// What follows the text's terminator is left as it is.
 void LauncherProxy::store(char (&field)[launcherFieldSize], std::u16string_view text) {
   const std::string narrow =
       platform_.text.narrow(std::u16string(text)).substr(0, launcherFieldSize - 1);

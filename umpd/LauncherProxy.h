@@ -1,6 +1,6 @@
 // LauncherProxy: the driver's side of the launcher, the one program of the product that runs for
-// each user. It is told when a job starts and when its file is complete. A proxy is made afresh for
-// each step of a job.
+// each user. It is notified when a job starts and when its file is complete. A proxy is made anew
+// for each step of a job.
 #pragma once
 
 #include <string_view>

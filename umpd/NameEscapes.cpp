@@ -1,3 +1,5 @@
+// One pass, left to right. A `%` takes the two characters after it, whatever they are; two `%` in a
+// row are one character and the start of the next escape.
 #include "umpd/NameEscapes.h"
 
 #include <cstddef>

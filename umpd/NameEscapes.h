@@ -12,8 +12,8 @@ namespace umpd {
 bool isAllowedNameChar(char16_t c);
 
 // The text with its escapes replaced, never longer than `text`. A code that is not allowed in a
-// file name becomes `_`; the code 0, which is also what two characters give that are no hexadecimal
-// digits, ends the text.
+// file name becomes `_`; the code 0, which is also the value of two characters that are no
+// hexadecimal digits, ends the text.
 std::u16string decodeNameEscapes(std::u16string_view text);
 
 }  // namespace umpd

@@ -1,3 +1,6 @@
+// Waiting and releasing both go without a handle by trying the name again, as another process may
+// have made the mutex since. Whether the wait ended by a signal or because the holder died makes no
+// difference.
 #include "umpd/NamedMutex.h"
 
 #include <optional>

@@ -12,7 +12,7 @@ namespace umpd {
 
 class NamedMutex {
  public:
-  // Makes the mutex, or opens the one that stands. A failure is told to the debugger.
+  // Makes the mutex, or opens the existing one. A failure is reported to the debugger.
   NamedMutex(Platform& platform, std::u16string name);
 
   void wait();

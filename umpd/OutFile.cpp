@@ -1,3 +1,5 @@
+// Only the null handle means that no file is open. invalidFile is a handle like any other here:
+// writing to it fails, and it is closed.
 #include "umpd/OutFile.h"
 
 namespace umpd {
@@ -19,6 +21,7 @@ bool OutFile::open(const std::u16string& path, bool append) {
   return true;
 }
 
+// A disk that is full takes a part of the bytes, which counts as a failure.
 bool OutFile::write(std::span<const std::byte> data) {
   const auto length = static_cast<uint32_t>(data.size());
   if (handle == FileHandle{} || data.data() == nullptr || length == 0) {

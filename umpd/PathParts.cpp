@@ -1,3 +1,5 @@
+// Paths are cut by their separators and dots alone; nothing is asked of the file system. Both kinds
+// of separator count everywhere.
 #include "umpd/PathParts.h"
 
 #include <algorithm>
@@ -42,6 +44,7 @@ PathParts splitPath(std::u16string_view path) {
   return parts;
 }
 
+// The extension decides which program opens the file, so that it stays whole.
 void shortenPath(std::u16string& path) {
   if (path.size() <= longestUntouchedPath) {
     return;

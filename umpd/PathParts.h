@@ -8,13 +8,13 @@
 
 namespace umpd {
 
-// Where the last `\` or `/` stands at or behind `first`, or npos.
+// The position of the last `\` or `/` from `first` on, or npos.
 size_t lastSeparator(std::u16string_view path, size_t first = 0);
 // Where the file's own name begins, without drive and directory.
 size_t fileNameStart(std::u16string_view path);
 bool endsInSeparator(std::u16string_view path);
 
-// Views into the path that was split. Put behind each other they give it back, unless a part was
+// Views into the path that was split. Joined they are the path again, unless a part was
 // cut at its room: 2 characters for the drive, 255 for each of the others.
 struct PathParts {
   std::u16string_view drive;      // a character and its colon
@@ -24,8 +24,8 @@ struct PathParts {
 };
 PathParts splitPath(std::u16string_view path);
 
-// Leaves up to 260 characters alone. A longer path comes back with at most 259: its directory gives
-// way to a lone backslash if it is too long, then its file name is cut. Drive and extension stay.
+// Leaves up to 260 characters alone. A longer path comes back with at most 259: its directory
+// becomes a lone backslash if it is too long, then its file name is cut. Drive and extension stay.
 void shortenPath(std::u16string& path);
 
 }  // namespace umpd

@@ -1,3 +1,5 @@
+// The spooler answers each question in two calls, for the size and for the data. Between them its
+// queue goes on changing: what was counted need not be what is listed.
 #include "umpd/PrinterInfo.h"
 
 #include <algorithm>
@@ -20,14 +22,16 @@ constexpr StatusBit statusBits[] = {
     {0x2, "Error Status\n"},     {0x20, "Offline Status\n"}, {0x40, "Paperout Status\n"},
     {0x200, "Blocked Status\n"}, {0x1, "Paused Status\n"},   {0x4, "Deleting Status\n"},
 };
-// All of them but the deletion: a job that its user took back is in no trouble.
+// All of them but the deletion: a job that its user deleted is in no trouble.
 constexpr uint32_t troubleMask = 0x263;
 
-// A question for a size may fail in one way: for want of a buffer.
+// A question for a size may fail in one way: because there is no buffer.
 bool answersSize(const SizeAnswer& answer) {
   return answer.succeeded || answer.error == errorInsufficientBuffer;
 }
 
+// The last in the queue; of several at one position the first. Positions are compared with sign, as
+// they always were, so that an absurd one never wins.
 const JobInfo* newestJob(const std::vector<JobInfo>& jobs) {
   const JobInfo* newest = nullptr;
   int32_t highest = -1;
@@ -65,6 +69,7 @@ const PrinterInfo* PrinterInfoReader::readPrinterInfo2() {
   return nullptr;
 }
 
+// A printer without jobs and one that cannot be asked look the same.
 PrinterJobs getAllJobs(Platform& platform, PrinterHandle printer) {
   traceMessage(">getAllJobs \n");
   Spooler& spooler = platform.spooler;
@@ -78,7 +83,7 @@ PrinterJobs getAllJobs(Platform& platform, PrinterHandle printer) {
   }
   traceMessage(" numjobs = %d\n", info->jobs);
 
-  // One more than there are, should another have come.
+  // One more than there are, in case another has come.
   const uint32_t asked = std::max(info->jobs, info->jobs + 1);
   const SizeAnswer jobsSize = spooler.jobsSize(printer, 0, asked);
   if (!answersSize(jobsSize)) {
@@ -119,6 +124,7 @@ uint32_t getCurrentPrintJobDocName(PrinterSettings& settings, std::u16string& do
   return newest->jobId;
 }
 
+// A job that is not in the queue has no trouble that anybody knows of.
 bool checkJobStatus(Platform& platform, PrinterHandle printer, uint32_t jobId) {
   const std::vector<JobInfo> jobs = getAllJobs(platform, printer).listed;
   const auto job = std::find_if(jobs.begin(), jobs.end(),
@@ -137,7 +143,7 @@ bool checkJobStatus(Platform& platform, PrinterHandle printer, uint32_t jobId) {
 
 DevMode buildDevMode(std::u16string_view printerName) {
   DevMode mode;
-  // Behind the last separator; the whole name without one.
+  // What follows the last separator; the whole name without one.
   mode.deviceName = printerName.substr(printerName.rfind(u'\\') + 1).substr(0, deviceNameLimit);
   mode.specVersion = 1025;
   mode.driverVersion = 1024;
@@ -158,6 +164,8 @@ DevMode buildDevMode(std::u16string_view printerName) {
   return mode;
 }
 
+// The device settings matter to the spooler only in that there are some: the bytes go through as
+// they are.
 bool openSettingsPrinter(PrinterSettings& settings, uint32_t access) {
   settings.printer = settings.platform.spooler.openPrinter(
       settings.printerName, buildDevMode(settings.printerName), access);

@@ -1,3 +1,5 @@
+// The walk ends at the first printer that the callback accepts. Only printers of the product's own
+// driver are looked at: a port may serve others too.
 #include "umpd/PrinterList.h"
 
 #include <algorithm>
@@ -20,6 +22,8 @@ bool enumeratePrinters(Platform& platform, PrinterIteratorCallback& callback) {
                                  [&](const PrinterInfo& printer) { return callback(printer); });
 }
 
+// A port is called by its name or, where a name cannot hold backslashes, with commas in their
+// place. The wanted name may be either; the printer's port is tried as both.
 bool FindPort::operator()(const PrinterInfo& info) {
   if (!info.driverName || !equalsIgnoringCase(*info.driverName, defaultPrinterName)) {
     return false;

@@ -1,3 +1,6 @@
+// A printer's key in the registry is the truth and the map is a job's copy of it: values are
+// written to the key first, and to the map only once they are stored. Each write opens the key by
+// itself, so that one that fails does not stop the next.
 #include "umpd/PrinterSettings.h"
 
 #include <algorithm>
@@ -21,6 +24,7 @@ constexpr uint32_t leastDataRoom = 10;
 // The section of "tqpconf.ini" for all printers.
 constexpr const char16_t* commonSection = u"init";
 
+// The name of a port: "\\server\laser", or the same with commas.
 bool isPortForm(std::u16string_view name) {
   return name.starts_with(u',') || name.starts_with(u'\\');
 }
@@ -43,6 +47,7 @@ std::optional<std::u16string> viewerCommandLine(Platform& platform) {
   return *viewer + std::u16string(arguments);
 }
 
+// Where the user's programs save documents; the product's own folder if there is none.
 std::u16string documentsFolder(Platform& platform) {
   std::u16string folder =
       platform.files.specialFolder(SpecialFolder::documents).value_or(std::u16string());
@@ -56,6 +61,8 @@ PrinterSettings::PrinterSettings(Platform& thePlatform)
   loadDefaultPrinterName();
 }
 
+// A name in port form is kept beside the printer's: settings go by it, also when no printer has
+// that port.
 void PrinterSettings::setPrinterName(std::u16string_view name) {
   if (name.empty()) {
     portFormName.clear();
@@ -71,6 +78,7 @@ void PrinterSettings::setPrinterName(std::u16string_view name) {
   }
 }
 
+// The name is stored above the printers' keys by the last printer whose key was made.
 void PrinterSettings::loadDefaultPrinterName() {
   params.clear();
   printerName = defaultPrinterName;
@@ -95,6 +103,8 @@ OwnedKey PrinterSettings::openPrinterKey(uint32_t access) {
   return std::move(opened.key);
 }
 
+// Rooms come from the key itself. Values of other types than number and text are skipped, and so is
+// the key's default value, which has no name.
 bool PrinterSettings::loadSettings() {
   const OwnedKey key = openPrinterKey(keyRead);
   if (!key) {
@@ -121,6 +131,7 @@ bool PrinterSettings::loadSettings() {
   return true;
 }
 
+// The values that a new printer begins with; those of the installation's file replace them.
 void PrinterSettings::writeDefaultSettings() {
   storeAsDefaultPrinter();
   setRegistryDword(u"NextAction", 3);
@@ -147,6 +158,7 @@ void PrinterSettings::storeAsDefaultPrinter() {
   }
 }
 
+// A text that begins with no number counts as 0: only a setting that is absent has the default.
 uint32_t PrinterSettings::getSettingInt(std::u16string_view key, uint32_t defaultValue) const {
   const std::optional<std::u16string> value = params.find(key);
   return value ? decimalValue(*value) : defaultValue;
@@ -213,6 +225,7 @@ void PrinterSettings::applyOverrideUserSettings() {
   mergeConfigSection(true, std::nullopt);
 }
 
+// In the order of the map. A file without any pair is written too: it replaces an old one.
 bool PrinterSettings::copyNameValuesToPrinterDriverConfigFile() {
   std::u16string text;
   for (const StringMap::Pair& pair : params.pairs()) {

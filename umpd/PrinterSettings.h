@@ -41,7 +41,7 @@ class PrinterSettings {
   // The number that the value's text begins with, 0 if it begins with none.
   uint32_t getSettingInt(std::u16string_view key, uint32_t defaultValue) const;
   // Copies the value, terminated, if it is not empty and fits into `size` characters. Otherwise
-  // the default is copied, whatever its length: who gives one has room for it. A null default
+  // the default is copied, whatever its length: whoever passes one has room for it. A null default
   // leaves the buffer as it is.
   void getSettingString(std::u16string_view key, char16_t* buffer, size_t size,
                         const char16_t* defaultText) const;

@@ -1,3 +1,5 @@
+// The shadow's path repeats the real one below the browser's cache: the drive's letter, then the
+// rest of the path without its colon. Each piece is cut where the whole would get too long.
 #include "umpd/ProtectedMode.h"
 
 #include <algorithm>

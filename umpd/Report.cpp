@@ -1,3 +1,4 @@
+// Boxes have no owner: the code may run in a process without windows.
 #include "umpd/Report.h"
 
 #include <cstdarg>
@@ -15,6 +16,7 @@ void reportLastError(Platform& platform, const std::u16string& caption, uint32_t
   platform.messages.box(text, caption, flags);
 }
 
+// Formatted twice: the first pass only measures.
 void showErrorBox(Platform& platform, const char* format, ...) {
   std::va_list arguments;
   va_start(arguments, format);

@@ -1,3 +1,5 @@
+// Programs are started by a command line alone. Detached, they get no console of the printing
+// program's.
 #include "umpd/RunProcess.h"
 
 #include <cstddef>
@@ -27,6 +29,7 @@ std::u16string launcherOfSession(Platform& platform) {
 
 }  // namespace
 
+// An exit code that cannot be read leaves the caller's value as it is.
 bool runProcess(Platform& platform, const std::u16string& commandLine,
                 const std::u16string& directory, bool wait, uint32_t* exitCode,
                 uint16_t showState) {
@@ -52,6 +55,8 @@ bool runProcess(Platform& platform, const std::u16string& commandLine,
   return true;
 }
 
+// An old entry in the session's start-up list means that the user's part of the installation was
+// never brought up to date.
 void runSetupProgram(PrinterSettings& settings) {
   Platform& platform = settings.platform;
   if (launcherOfSession(platform).find(u"\\2\\tqpmsnd") == std::u16string::npos) {

@@ -1,3 +1,6 @@
+// A descriptor with a null list of rights lets everybody in. From Vista on, programs of low
+// integrity need a label besides; it is made from text, and its list lies in the text's own
+// descriptor.
 #include "umpd/SecurityAttributesHolder.h"
 
 #include <cstddef>
@@ -14,7 +17,7 @@ constexpr uint32_t attributesLength = 8;
 // A mandatory label: low integrity, no write-up.
 constexpr const char* lowIntegrityLabel = "S:(ML;;NW;;;LW)";
 
-// Lets programs of low integrity in. What fails is told to the debugger; the steps go on.
+// Lets programs of low integrity in. Failures are reported to the debugger; the steps go on.
 void addLowIntegrityLabel(Platform& platform, SecurityAttributesHolder& holder) {
   Security& security = platform.security;
   const OwnedModule library = platform.modules.load(u"Advapi32.dll");

@@ -1,3 +1,8 @@
+// A name is made in four passes over one text: directory and name by one of the rules; escapes
+// replaced; the whole shortened; the directory made. Then numbers are put in until no such file
+// exists.
+// Limits on length are those of the fields that the values were once kept in; they decide which
+// values count, and are computed here within bounds.
 #include "umpd/SetFilename.h"
 
 #include <algorithm>
@@ -24,12 +29,13 @@ constexpr int randomNameTries = 11;
 constexpr int numberedNames = 100;
 constexpr int namesInAll = 1000;
 
+// How many characters of `size` are left after `used`; none if there are more.
 size_t roomBehind(size_t size, size_t used) {
   return size > used ? size - used : 0;
 }
 
 // Cuts an extension of up to three letters off the name that starts at `start`. A dot in front of
-// the name is no extension's. Behind an empty name it is the path before it that loses its end.
+// the name is no extension's. After an empty name it is the path before it that loses its end.
 void cutExtension(std::u16string& path, size_t start) {
   constexpr size_t longestWithDot = 4;
   const size_t lowest = path.size() == start ? 0 : start + 1;
@@ -39,6 +45,7 @@ void cutExtension(std::u16string& path, size_t start) {
   }
 }
 
+// Only the characters from `start` on, `length` of them: the directory is the user's own text.
 void replaceForbidden(std::u16string& path, size_t start, size_t length) {
   for (size_t i = start; i < path.size() && i - start < length; ++i) {
     if (!isAllowedNameChar(path[i])) {
@@ -91,6 +98,7 @@ bool SetFilename::numberName(std::u16string& out, size_t size) const {
   return true;
 }
 
+// Rules 0, 2, 3 and 5 differ for the launcher only.
 bool SetFilename::makeOutputName(std::u16string_view docName, std::u16string& out, size_t size,
                                  int32_t action) {
   readSettings();
@@ -123,7 +131,7 @@ void SetFilename::readSettings() {
     defaultExtension = u".pdf";
   }
   defaultSaveDir = settingShorterThan(u"DefaultSaveDir", saveDirCapacity);
-  // The directory lies behind the extension and is stored after it: an extension that fills its
+  // The directory follows the extension and is stored after it: an extension that fills its
   // field has the directory for its end.
   if (defaultExtension.size() >= extensionField) {
     defaultExtension.replace(extensionField, defaultExtension.npos, defaultSaveDir);
@@ -131,11 +139,14 @@ void SetFilename::readSettings() {
   defaultFilename = readDefaultSaveFilename();
 }
 
+// A value that is too long counts as not set.
 std::u16string SetFilename::settingShorterThan(std::u16string_view key, size_t limit) const {
   const std::optional<std::u16string> value = settings.params.find(key);
   return value && value->size() < limit ? *value : std::u16string();
 }
 
+// `@C:\name.txt` reads the name from that file's first line, each time anew. If there is no such
+// file the text itself is the name.
 std::u16string SetFilename::readDefaultSaveFilename() const {
   const std::u16string value = settingShorterThan(u"DefaultSaveFilename", filenameCapacity);
   if (!value.starts_with(u'@')) {
@@ -150,6 +161,7 @@ std::u16string SetFilename::readDefaultSaveFilename() const {
   return settings.platform.text.widen(*line);
 }
 
+// The user's default name serves a document without one, and is shaped like it.
 void SetFilename::makeNameOfDocument(std::u16string_view docName, std::u16string& out,
                                      size_t size) {
   const std::u16string_view name = docName.empty() ? defaultFilename : docName;
@@ -161,6 +173,7 @@ void SetFilename::makeNameOfDocument(std::u16string_view docName, std::u16string
   }
 }
 
+// The last try is taken whether the file exists or not: the collision rule looks at it again.
 void SetFilename::makeRandomName(std::u16string& out, size_t size) {
   if (!settings.platform.process.randomSeeded.exchange(true)) {
     seedRandom();
@@ -200,6 +213,7 @@ void SetFilename::shapeDocumentName(std::u16string_view name, std::u16string& pa
   replaceForbidden(path, start, length);
 }
 
+// Up to the first character that ends a prefix, also where it belongs to the name itself.
 std::u16string_view SetFilename::withoutTitlePrefix(std::u16string_view name) const {
   const size_t trim = trimChar == 0 ? name.npos : name.find(trimChar);
   if (trim == name.npos) {
@@ -209,7 +223,7 @@ std::u16string_view SetFilename::withoutTitlePrefix(std::u16string_view name) co
   return name.substr(std::min(name.find_first_not_of(u' '), name.size()));
 }
 
-// Without a separator behind its first character the path itself is taken for the directory.
+// Without a separator after its first character the path itself is taken for the directory.
 bool SetFilename::makeDirectoryOf(const std::u16string& path) const {
   const std::u16string directory = path.substr(0, lastSeparator(path, 1));
   return exists(directory) || makeDirectories(settings.platform, directory);
@@ -219,6 +233,7 @@ bool SetFilename::exists(const std::u16string& path) const {
   return settings.platform.files.attributes(path).has_value();
 }
 
+// Jobs of one moment in two threads get different numbers.
 void SetFilename::seedRandom() const {
   const Platform& platform = settings.platform;
   platform.random.seed(platform.processes.currentThreadId() * platform.clock.tickCount());

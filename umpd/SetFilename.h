@@ -1,8 +1,9 @@
-// SetFilename: where a job's bytes go. From the document's name and the printer's settings it makes
-// one path, sees to it that the path's directory stands and that no file of that name does.
+// SetFilename: names the output file of a job (and sets no other name). From the document's name
+// and the printer's settings it makes one path, makes the path's directory if it is missing, and
+// chooses a name that no file has.
 //
 // A document's name is often a title such as "Editor - Report.doc": the prefix goes, the old
-// extension goes, and what a file system will not take becomes `_`. Start at setOutputFilename.
+// extension goes, and what a file system does not accept becomes `_`. Start at setOutputFilename.
 #pragma once
 
 #include <cstddef>
@@ -29,7 +30,7 @@ class SetFilename {
   bool setOutputFilename(std::u16string_view docName, std::u16string& out, size_t size);
 
   // The name by one of the rules 0 to 5, whether or not the file exists. True if its directory
-  // stands.
+  // exists.
   bool makeOutputName(std::u16string_view docName, std::u16string& out, size_t size,
                       int32_t action);
 

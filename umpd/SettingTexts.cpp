@@ -1,3 +1,4 @@
+// The packet is not stored anywhere: each question makes it from the registry as it is now.
 #include "umpd/SettingTexts.h"
 
 #include <algorithm>
@@ -6,6 +7,7 @@
 
 namespace umpd {
 
+// A packet that was cut would be no XML, so that it comes whole or not at all.
 void copySettingText(PrinterSettings& settings, std::u16string_view docName,
                      std::u16string_view key, char16_t* buffer, size_t size,
                      const char16_t* defaultText) {

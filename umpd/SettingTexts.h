@@ -10,8 +10,9 @@
 
 namespace umpd {
 
-// Into a buffer of `size` characters. A packet that does not fit with its terminator gives an empty
-// text. For any other key as PrinterSettings::getSettingString, its unbounded default included.
+// Into a buffer of `size` characters. A packet that does not fit with its terminator becomes an
+// empty text. For any other key as PrinterSettings::getSettingString, its unbounded default
+// included.
 void copySettingText(PrinterSettings& settings, std::u16string_view docName,
                      std::u16string_view key, char16_t* buffer, size_t size,
                      const char16_t* defaultText);

@@ -1,3 +1,5 @@
+// 190 pairs are few enough to look through one by one, and a new pair goes to the end, so that the
+// order in which they came needs no care.
 #include "umpd/StringMap.h"
 
 #include <algorithm>
@@ -14,6 +16,7 @@ auto StringMap::search(Pairs& pairs, std::u16string_view key) {
                       [&](const Pair& each) { return equalsIgnoringCase(each.key, key); });
 }
 
+// A value is replaced in its place: the key keeps the spelling that it came with first.
 bool StringMap::set(std::u16string_view key, std::u16string_view value) {
   const std::lock_guard lock(mutex_);
   if (const auto pair = search(stored_, key); pair != stored_.end()) {

@@ -1,3 +1,8 @@
+// The three steps of a job, each under the lock of all jobs: init asks the printer and reads its
+// settings; write makes ready at its first call (launcher, name, file) and then only writes; endDoc
+// closes the file, takes the job out of the queue and announces the file.
+// Nothing is thrown for a failure: a step returns false, after a box where the user can help. The
+// lock is released on every way out, by JobLock.
 #include "umpd/UmDriver.h"
 
 #include <exception>
@@ -31,12 +36,14 @@ std::u16string objectName(Platform& platform, std::u16string_view space, std::u1
   return result;
 }
 
+// For a box: the words that users have always seen for a missing name.
 std::string shownName(Platform& platform, const char16_t* name) {
   return name ? platform.text.narrow(name) : "(null)";
 }
 
 }  // namespace
 
+// The lock is made or opened here, and not yet waited for.
 UmDriver::UmDriver(Platform& platform)
     : settings(platform),
       infoReader(platform),
@@ -50,6 +57,8 @@ UmDriver::~UmDriver() {
   clear();
 }
 
+// Settings come in this order: what the installer forces on all users is written to the registry
+// first, then everything is read from there.
 bool UmDriver::init(PrinterHandle handle, uint32_t job, const char16_t* name) {
   const JobLock lock(*this);
   Platform& platform = settings.platform;
@@ -89,6 +98,8 @@ bool UmDriver::init(PrinterHandle handle, uint32_t job, const char16_t* name) {
   return true;
 }
 
+// Without the spooler's handle the job opens the printer itself. A name in port form has been
+// turned into the name of a printer by then.
 bool UmDriver::openNamedPrinter(const char16_t* name) {
   if (!name) {
     showErrorBox(settings.platform, "umpd - No printer handle or name");
@@ -114,6 +125,8 @@ void UmDriver::handSettingsToDriver() {
   impersonation.returnToClient();
 }
 
+// With handle and job number the spooler is asked for this very job; otherwise the newest job in
+// the printer's queue is taken for it.
 void UmDriver::findDocument() {
   if (printerHandle == PrinterHandle{} || jobId == 0) {
     const uint32_t newest = getCurrentPrintJobDocName(settings, docName);
@@ -125,6 +138,8 @@ void UmDriver::findDocument() {
   }
 }
 
+// A job in passthru mode without a handle goes to a file like any other. `bytesWritten` counts the
+// last write on the way to the printer, and all of them on the way to the file.
 bool UmDriver::write(const std::byte* buffer, uint32_t length) {
   const JobLock lock(*this);
   const std::span data(buffer, buffer ? length : 0);
@@ -143,6 +158,7 @@ bool UmDriver::write(const std::byte* buffer, uint32_t length) {
   return true;
 }
 
+// After a write that failed the file has a gap: later bytes would make it look whole.
 bool UmDriver::writeUnlessFailed(const std::byte* buffer, uint32_t length) {
   if ((status & statusFailed) != 0) {
     return false;
@@ -152,13 +168,13 @@ bool UmDriver::writeUnlessFailed(const std::byte* buffer, uint32_t length) {
       return true;
     }
   } catch (const std::exception&) {
-    // Want of memory. These bytes are missing, so that no others may follow.
+    // No memory. These bytes are missing, so that no others may follow.
   }
   status |= statusFailed;
   return false;
 }
 
-// The launcher has to run also if it is told nothing yet: it gets the file in the end.
+// The launcher has to run even if it gets no message yet: it gets the file in the end.
 bool UmDriver::prepareLauncher() {
   const bool finish = settings.getSettingInt(u"FinishPrintEv", 0) != 0;
   const bool showStatus = !finish && settings.getSettingInt(u"showPrintStatusWin", 1) != 0;
@@ -176,6 +192,7 @@ bool UmDriver::prepareLauncher() {
   return true;
 }
 
+// The driver of NT 4 runs in the spooler, which must not start programs for its user.
 bool UmDriver::ensureLauncherRuns(LauncherProxy& launcher) {
   Platform& platform = settings.platform;
   if (launcher.isLauncherRunning()) {
@@ -202,7 +219,7 @@ bool UmDriver::ensureLauncherRuns(LauncherProxy& launcher) {
 }
 
 // True also if the file cannot be created: `outFile` then holds invalidFile, and the write fails
-// with it, without a box. The last lines are for a platform that gives no handle at all.
+// with it, without a box. The last lines are for a platform that returns no handle at all.
 bool UmDriver::createOutFile() {
   Platform& platform = settings.platform;
   if (!SetFilename(settings).setOutputFilename(docName, outputPath, savePathCapacity)) {
@@ -239,6 +256,7 @@ void UmDriver::protectedModeFallback() {
   outFile.handle = platform.files.openForWriting(outputPath, Disposition::createAlways);
 }
 
+// A job of which no write reached a file has nothing to announce and stays in the queue.
 bool UmDriver::endDoc() {
   traceMessage("> UmDriver::endDoc() %x\n", this);
   const JobLock lock(*this);
@@ -272,7 +290,7 @@ void UmDriver::deleteSpoolJob() {
   platform.spooler.setJob(handle, jobId, platform.version.isWin9x() ? cancelJob : deleteJob);
 }
 
-// A launcher that has gone away gets nothing, and nobody is told.
+// A launcher that has gone away gets nothing, and nothing is reported.
 void UmDriver::announceFile() {
   LauncherProxy launcher(settings.platform);
   const std::u16string document = decodeNameEscapes(docName);
@@ -298,11 +316,13 @@ void UmDriver::signalFinishedPrint(const std::u16string& document) {
   }
 }
 
+// A copy: the original may be emptied while the caller uses it.
 std::u16string UmDriver::documentName() const {
   const std::lock_guard lock(nameMutex_);
   return docName;
 }
 
+// The job can be recognised as a record still, but no entry takes it for a running one.
 void UmDriver::resetJob() {
   clear();
   status |= statusEnded;
@@ -312,6 +332,7 @@ void UmDriver::readDoPrint() {
   doPrint = settings.getSettingInt(u"DoPrint", 0);
 }
 
+// A job's beginning and end empty the converter's list of objects: it belongs to the process.
 void UmDriver::clear() {
   magic = magicWord;
   printerHandle = {};

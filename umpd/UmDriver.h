@@ -1,10 +1,10 @@
 // UmDriver: the record of one print job, from its start to its end.
 //
-// A job's bytes go unread into one file, which the launcher is told of when it is begun and when it
-// is complete. A job in passthru mode goes on to the printer instead. In the mode of FinishPrintEv
-// there is no launcher: names in the registry and an event say that the file is there.
-// One lock, shared by all jobs of the machine, is held through each of init, write and endDoc, also
-// while the launcher is waited for. Start reading at init, write, endDoc.
+// A job's bytes go unread into one file, of which the launcher is notified when it is begun and
+// when it is complete. A job in passthru mode goes on to the printer instead. In the mode of
+// FinishPrintEv there is no launcher: names in the registry and an event say that the file is
+// there. One lock, shared by all jobs of the machine, is held through each of init, write and
+// endDoc, also while the launcher is waited for. Start reading at init, write, endDoc.
 #pragma once
 
 #include <atomic>
@@ -59,7 +59,7 @@ class UmDriver {
 
   // Empties the record and marks it as ended.
   void resetJob();
-  // Nothing in the library calls it, so that `doPrint` stays 0.
+  // Required from outside; nothing in the library calls it, so that `doPrint` stays 0.
   void readDoPrint();
 
   void waitJobMutex() { jobMutex.wait(); }

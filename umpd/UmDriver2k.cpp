@@ -1,3 +1,5 @@
+// Unlike its base this job knows its document from its caller, and its printer only by the
+// spooler's handle: the name that the settings are kept under is the one that the spooler reports.
 #include "umpd/UmDriver2k.h"
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// UmDriver2k: a job whose driver tells its document, as that of Windows 2000 does. Only its start
+// UmDriver2k: a job whose driver names its document, as that of Windows 2000 does. Only its start
 // differs.
 #pragma once
 

@@ -1,3 +1,8 @@
+// Three ways to a user's hive, the first that the system has: the predefined key on Windows 9x; a
+// call that opens the hive of the thread's user; on NT 4 the key of the user's SID below
+// HKEY_USERS.
+// The SID may have to be asked of the domain's controller, whose name takes seconds to find. One
+// process of the session finds it and leaves it in a shared record for all of them.
 #include "umpd/UserHive.h"
 
 #include <algorithm>
@@ -27,12 +32,14 @@ constexpr std::byte stateReady{'r'};
 constexpr uint32_t lookInterval = 876;
 constexpr uint32_t longestWait = 60000;
 
+// For sites where the look-up hangs: the value's presence counts, whatever it is.
 bool isLookupDisabled(Registry& registry) {
   const CreatedKey product =
       registry.createKey(keyLocalMachine, std::u16string(productKey), machineReadAccess);
   return product.key && registry.hasValue(product.key.get(), u"DisableDomainControllerLookup");
 }
 
+// The right to create keys is asked for too, and done without if it is refused.
 OwnedKey openHiveByCall(Registry& registry, FunctionAddress call, uint32_t access) {
   OwnedKey hive = registry.openCurrentUser(call, access | createSubkeyRight);
   if (!hive) {
@@ -56,6 +63,7 @@ OwnedKey openHiveBySid(Platform& platform, uint32_t access) {
   return hive;
 }
 
+// A name that fills its field has no terminator.
 void writeName(std::byte* record, std::u16string_view name) {
   std::u16string field(name.substr(0, nameCapacity));
   if (field.size() < nameCapacity) {
@@ -112,6 +120,7 @@ std::byte* domainControllerRecord(Platform& platform) {
   return view.get();
 }
 
+// A process that died at work leaves its mark for good: everybody waits a minute, once each.
 void waitForOtherProcess(Clock& clock, const std::byte* record) {
   const uint32_t start = clock.tickCount();
   while (record[0] == stateWorking && clock.tickCount() - start < longestWait) {
@@ -128,6 +137,7 @@ void appendHex(std::u16string& text, uint8_t value) {
 
 }  // namespace
 
+// A caller closes what it gets; closing a predefined key does nothing.
 OwnedKey getHKCU(Platform& platform, uint32_t access) {
   const auto currentUser = [&] { return OwnedKey(platform.registry, keyCurrentUser); };
   if (platform.version.isWin9x()) {

@@ -17,7 +17,7 @@ OwnedKey getHKCU(Platform& platform, uint32_t access);
 
 std::optional<std::u16string> currentUserSidText(Platform& platform);
 
-// `capacity` in characters; if it does not do, it takes what would.
+// `capacity` in characters. If too small, it is set to the needed size.
 std::optional<std::u16string> sidToText(Platform& platform, const Sid& sid, size_t& capacity);
 
 // Found out once a session and shared between its processes; empty without a domain.

@@ -1,3 +1,5 @@
+// Five characters have names in XML. Control characters are written by their codes: most of them no
+// XML may hold, but what reads the packet accepts them so.
 #include "umpd/XmlText.h"
 
 namespace umpd {

@@ -1,4 +1,4 @@
-// XmlText: plain text made fit to stand in XML, in element content and in attributes alike.
+// XmlText: plain text made fit for XML, in element content and in attributes alike.
 #pragma once
 
 #include <string>

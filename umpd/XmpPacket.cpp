@@ -1,3 +1,5 @@
+// The packet is put together from fixed texts and escaped values. Its order and its line ends are
+// what PDF/A checkers have accepted; nothing is sorted or indented.
 #include "umpd/XmpPacket.h"
 
 #include <cstddef>
@@ -57,6 +59,7 @@ void appendPadded(std::u16string& text, int value, size_t width) {
   text += digits;
 }
 
+// `bias` is what must be added to local time to reach UTC: the sign of the text is the other one.
 void appendOffset(std::u16string& text, int32_t bias) {
   if (bias == 0) {
     text += u'Z';
@@ -105,6 +108,7 @@ std::u16string buildXmpPacket(Clock& clock, const XmpProperties& properties) {
   return packet;
 }
 
+// Fields are padded with zeros, the year to four digits.
 std::u16string formatXmpDate(Clock& clock, int64_t time) {
   const std::optional<CalendarTime> local = clock.localTime(time);
   if (!local) {

@@ -9,7 +9,7 @@
 
 namespace umpd {
 
-// Plain text, but for the dates, which stand in the packet as they are given. An empty date is the
+// Plain text, except the dates, which go into the packet as they are. An empty date is the
 // present moment; any other empty property is left out.
 struct XmpProperties {
   std::u16string_view title;

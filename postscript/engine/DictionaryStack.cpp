@@ -1,28 +1,54 @@
 #include "postscript/engine/DictionaryStack.h"
 
+#include <memory>
+
 #include "postscript/values/VirtualMemory.h"
 
 namespace postscript {
 
-DictionaryStack::DictionaryStack(VirtualMemorySet& memorySet)
-    : systemDictionary(new DictionaryObject(*memorySet.global, "System")),
-      globalDictionary(new DictionaryObject(*memorySet.global, "Global")),
-      userDictionary(new DictionaryObject(*memorySet.local, "User")),
-      errorDictionary(new DictionaryObject(*memorySet.local, "Error")),
-      fontDirectory(new DictionaryObject(*memorySet.global, "Font")),
+// Owners until all of them are there, so that nothing is lost when memory runs out on the way.
+struct DictionaryStack::PermanentDictionaries {
+  explicit PermanentDictionaries(VirtualMemorySet& memory)
+      : system(new DictionaryObject(*memory.global, "System")),
+        global(new DictionaryObject(*memory.global, "Global")),
+        user(new DictionaryObject(*memory.local, "User")),
+        error(new DictionaryObject(*memory.local, "Error")),
+        font(new DictionaryObject(*memory.global, "Font")) {}
+
+  std::unique_ptr<DictionaryObject> system;
+  std::unique_ptr<DictionaryObject> global;
+  std::unique_ptr<DictionaryObject> user;
+  std::unique_ptr<DictionaryObject> error;
+  std::unique_ptr<DictionaryObject> font;
+};
+
+DictionaryStack::DictionaryStack(VirtualMemorySet& memorySet, PermanentDictionaries dictionaries)
+    : systemDictionary(dictionaries.system.release()),
+      globalDictionary(dictionaries.global.release()),
+      userDictionary(dictionaries.user.release()),
+      errorDictionary(dictionaries.error.release()),
+      fontDirectory(dictionaries.font.release()),
       memory(memorySet),
       symbols_(memorySet.symbols) {
   for (DictionaryObject* dictionary : {systemDictionary, globalDictionary, userDictionary}) {
-    push(dictionary);
     ++dictionary->holders;
   }
   ++errorDictionary->refCount;
   ++fontDirectory->refCount;
 }
 
+DictionaryStack::DictionaryStack(VirtualMemorySet& memorySet)
+    : DictionaryStack(memorySet, PermanentDictionaries(memorySet)) {
+  for (DictionaryObject* dictionary : {systemDictionary, globalDictionary, userDictionary}) {
+    push(dictionary);
+  }
+}
+
 DictionaryStack::~DictionaryStack() {
   for (const char* name : {"systemdict", "globaldict", "userdict", "errordict"}) {
-    systemDictionary->body().remove(name);
+    if (Symbol* key = symbols_.find(name)) {
+      systemDictionary->body().remove(*key);
+    }
   }
   giveUp(errorDictionary);
   giveUp(fontDirectory);

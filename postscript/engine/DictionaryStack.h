@@ -71,6 +71,9 @@ class DictionaryStack {
     uint64_t pushedAt;  // the number of the change that pushed it
   };
 
+  struct PermanentDictionaries;
+
+  DictionaryStack(VirtualMemorySet& memorySet, PermanentDictionaries dictionaries);
   DictionaryEntry* find(Symbol& key);
   DictionaryEntry* remember(Symbol& key, DictionaryEntry* entry, size_t level) const;
 

@@ -54,20 +54,19 @@ void ClipPlace::note(size_t index, char letter) {
   }
 }
 
-// As long as a block has a byte before it and one after it. Nearly all of a text goes this way.
-void ClipPlace::readBlocks(std::string_view text) {
-  for (; readLength_ + blockSize < text.size(); readLength_ += blockSize) {
-    const char* at = text.data() + readLength_;
-    const Block block(at);
-    uint32_t letters = block.among('c', 'l', 'v', 'y', 'q');
-    if (letters) {
-      letters &= separators(at - 1) & separators(at + 1);
-    }
-    for (; letters; letters &= letters - 1) {
-      const auto index = static_cast<size_t>(std::countr_zero(letters));
-      note(readLength_ + index, at[index]);
-    }
+// Reads what is not known yet of a block that has a byte before it and one after it. Nearly all of
+// a text goes this way.
+void ClipPlace::readBlock(std::string_view text, size_t start) {
+  const char* at = text.data() + start;
+  uint32_t letters = Block(at).among('c', 'l', 'v', 'y', 'q') & ~0U << (readLength_ - start);
+  if (letters) {
+    letters &= separators(at - 1) & separators(at + 1);
   }
+  for (; letters; letters &= letters - 1) {
+    const auto index = static_cast<size_t>(std::countr_zero(letters));
+    note(start + index, at[index]);
+  }
+  readLength_ = start + blockSize;
 }
 
 // A token of one byte is known as such when the byte after it is there.
@@ -79,13 +78,19 @@ void ClipPlace::readByte(std::string_view text) {
 }
 
 void ClipPlace::read(std::string_view text) {
-  if (readLength_ == 0 && text.size() > 1) {
+  if (text.size() < blockSize + 2) {
+    while (readLength_ + 1 < text.size()) {
+      readByte(text);
+    }
+    return;
+  }
+  if (readLength_ == 0) {
     readByte(text);
   }
-  readBlocks(text);
-  while (readLength_ + 1 < text.size()) {
-    readByte(text);
+  while (readLength_ + blockSize < text.size()) {
+    readBlock(text, readLength_);
   }
+  readBlock(text, text.size() - 1 - blockSize);
 }
 
 std::optional<size_t> ClipPlace::in(std::string_view text) {

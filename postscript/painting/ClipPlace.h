@@ -25,7 +25,7 @@ class ClipPlace {
 
  private:
   void readByte(std::string_view text);
-  void readBlocks(std::string_view text);
+  void readBlock(std::string_view text, size_t start);
   void note(size_t index, char letter);
 
   size_t readLength_ = 0;  // the tokens that begin below this are known

@@ -106,7 +106,12 @@ void VirtualMemorySet::keepCount(PostscriptObject& object) {
     kept_.push_back(&object);
     object.countIsKept = true;
   }
-  ++object.refCount;
+  // All other counts are bounded by the budget, as each belongs to a place of a stack or dictionary.
+  // These are not; so high, one more or less shows nowhere.
+  constexpr int32_t high = 1 << 30;
+  if (object.refCount < high) {
+    ++object.refCount;
+  }
 }
 
 }  // namespace postscript

@@ -55,7 +55,9 @@ static void complain(const wchar_t* what, const wchar_t* path) {
 
 /* Narrow text of a record as wide text of the same number of characters at most. */
 static void widen(const char* narrow, wchar_t wide[launcherFieldSize]) {
-  if (MultiByteToWideChar(CP_ACP, 0, narrow, -1, wide, launcherFieldSize) == 0) wide[0] = L'\0';
+  if (MultiByteToWideChar(CP_ACP, 0, narrow, -1, wide, launcherFieldSize) == 0) {
+    wide[0] = L'\0';
+  }
 }
 
 static bool beginsWith(const wchar_t* path, const char* mark) {
@@ -64,7 +66,9 @@ static bool beginsWith(const wchar_t* path, const char* mark) {
   const HANDLE file =
       CreateFileW(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, NULL,
                   OPEN_EXISTING, 0, NULL);
-  if (file == INVALID_HANDLE_VALUE) return false;
+  if (file == INVALID_HANDLE_VALUE) {
+    return false;
+  }
   const bool isRead = ReadFile(file, start, sizeof start, &length, NULL);
   CloseHandle(file);
   return isRead && length >= strlen(mark) && memcmp(start, mark, strlen(mark)) == 0;
@@ -77,7 +81,9 @@ static bool readConvertCmdLine(const char* printerName, wchar_t* setting) {
   DWORD size = settingSize * sizeof *setting;
   widen(printerName, name);
   for (wchar_t* at = name; *at != L'\0'; ++at) {
-    if (*at == L'\\') *at = L',';
+    if (*at == L'\\') {
+      *at = L',';
+    }
   }
   StringCchPrintfW(key, ARRAYSIZE(key), L"Software\\Quillpress\\%ls", name);
   return RegGetValueW(HKEY_CURRENT_USER, key, L"ConvertCmdLine", RRF_RT_REG_SZ, NULL, setting,
@@ -87,10 +93,14 @@ static bool readConvertCmdLine(const char* printerName, wchar_t* setting) {
 /* Without the setting, the program that is installed with the launcher converts. */
 static bool findConverter(const char* printerName, wchar_t* setting) {
   wchar_t folder[MAX_PATH];
-  if (readConvertCmdLine(printerName, setting)) return true;
+  if (readConvertCmdLine(printerName, setting)) {
+    return true;
+  }
   const DWORD length = GetModuleFileNameW(NULL, folder, ARRAYSIZE(folder));
   wchar_t* const name = wcsrchr(folder, L'\\');
-  if (length == 0 || length == ARRAYSIZE(folder) || name == NULL) return false;
+  if (length == 0 || length == ARRAYSIZE(folder) || name == NULL) {
+    return false;
+  }
   *name = L'\0';
   return SUCCEEDED(StringCchPrintfW(setting, settingSize,
                                     L"\"%ls\\quillpress.exe\" convert \"%%1\" \"%%2\"", folder));
@@ -102,11 +112,15 @@ static bool moveAside(Job* job) {
   const int stem = (int)(wcslen(job->pdf) - wcslen(L".pdf"));
   StringCchPrintfW(job->postScript, pathSize, L"%.*ls.ps", stem, job->pdf);
   for (int number = 2; !MoveFileW(job->pdf, job->postScript); ++number) {
-    if (GetLastError() != ERROR_ALREADY_EXISTS || number > 99) return false;
+    if (GetLastError() != ERROR_ALREADY_EXISTS || number > 99) {
+      return false;
+    }
     StringCchPrintfW(job->postScript, pathSize, L"%.*ls.%d.ps", stem, job->pdf, number);
   }
   const HANDLE keeper = CreateFileW(job->pdf, GENERIC_WRITE, 0, NULL, CREATE_NEW, 0, NULL);
-  if (keeper != INVALID_HANDLE_VALUE) CloseHandle(keeper);
+  if (keeper != INVALID_HANDLE_VALUE) {
+    CloseHandle(keeper);
+  }
   StringCchPrintfW(job->log, pathSize, L"%ls.log", job->postScript);
   return true;
 }
@@ -114,7 +128,9 @@ static bool moveAside(Job* job) {
 /* The job of the message if there is something to convert. Any other is left as it stands. */
 static Job* takeJob(const LauncherStruct* message) {
   Job* const job = calloc(1, sizeof *job);
-  if (job == NULL) return NULL;
+  if (job == NULL) {
+    return NULL;
+  }
   widen(message->outputFile, job->pdf);
   const size_t length = wcslen(job->pdf);
   if (length > 4 && _wcsicmp(job->pdf + length - 4, L".pdf") == 0 && beginsWith(job->pdf, "%!") &&
@@ -133,18 +149,27 @@ static bool writeCommand(Job* job) {
   for (const wchar_t* at = job->convertCmdLine; *at != L'\0'; ++at) {
     const wchar_t character[] = {*at, L'\0'};
     const wchar_t* piece = character;
-    if (wcsncmp(at, L"%1", 2) == 0) piece = job->postScript;
-    if (wcsncmp(at, L"%2", 2) == 0) piece = job->pdf;
-    if (piece != character) ++at;
-    if (FAILED(StringCchCopyExW(end, room, piece, &end, &room, 0))) return false;
+    if (wcsncmp(at, L"%1", 2) == 0) {
+      piece = job->postScript;
+    }
+    if (wcsncmp(at, L"%2", 2) == 0) {
+      piece = job->pdf;
+    }
+    if (piece != character) {
+      ++at;
+    }
+    if (FAILED(StringCchCopyExW(end, room, piece, &end, &room, 0))) {
+      return false;
+    }
   }
   return true;
 }
 
 static DWORD awaitProcess(const PROCESS_INFORMATION* process) {
   DWORD status = EXIT_FAILURE;
-  if (WaitForSingleObject(process->hProcess, conversionTime) == WAIT_TIMEOUT)
+  if (WaitForSingleObject(process->hProcess, conversionTime) == WAIT_TIMEOUT) {
     TerminateProcess(process->hProcess, EXIT_FAILURE);
+  }
   GetExitCodeProcess(process->hProcess, &status);
   CloseHandle(process->hThread);
   CloseHandle(process->hProcess);
@@ -160,8 +185,9 @@ static DWORD runWithLog(Job* job, HANDLE log) {
                           .hStdError = log};
   PROCESS_INFORMATION process = {0};
   if (!writeCommand(job) || !CreateProcessW(NULL, job->command, NULL, NULL, TRUE, CREATE_NO_WINDOW,
-                                            NULL, NULL, &startup, &process))
+                                            NULL, NULL, &startup, &process)) {
     return EXIT_FAILURE;
+  }
   return awaitProcess(&process);
 }
 
@@ -170,8 +196,12 @@ static DWORD runConverter(Job* job) {
   const HANDLE log = CreateFileW(job->log, GENERIC_WRITE, FILE_SHARE_READ, &inherited,
                                  CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, NULL);
   const DWORD status = runWithLog(job, log);
-  if (log != INVALID_HANDLE_VALUE) CloseHandle(log);
-  if (status == EXIT_SUCCESS) DeleteFileW(job->log);
+  if (log != INVALID_HANDLE_VALUE) {
+    CloseHandle(log);
+  }
+  if (status == EXIT_SUCCESS) {
+    DeleteFileW(job->log);
+  }
   return status;
 }
 
@@ -201,10 +231,11 @@ static DWORD WINAPI convert(void* argument) {
 static void startConversion(Job* job) {
   ++jobsInHand;
   const HANDLE thread = CreateThread(NULL, 0, convert, job, 0, NULL);
-  if (thread != NULL)
+  if (thread != NULL) {
     CloseHandle(thread);
-  else
+  } else {
     convert(job);
+  }
 }
 
 /* The name of an object of the channel. */
@@ -224,7 +255,9 @@ static ObjectName objectName(const wchar_t* ending) {
 /* False if there is no such event, and so nobody who waits for it. */
 static bool setEvent(const wchar_t* ending) {
   const HANDLE event = OpenEventW(EVENT_MODIFY_STATE, FALSE, objectName(ending).text);
-  if (event == NULL) return false;
+  if (event == NULL) {
+    return false;
+  }
   const bool isSet = SetEvent(event);
   CloseHandle(event);
   return isSet;
@@ -234,12 +267,16 @@ static bool setEvent(const wchar_t* ending) {
 static void takeMessage(const LauncherStruct* record) {
   LauncherStruct message = *record;
   char* const fields[] = {message.command, message.printerName, message.outputFile};
-  for (size_t i = 0; i < ARRAYSIZE(fields); ++i) fields[i][launcherFieldSize - 1] = '\0';
+  for (size_t i = 0; i < ARRAYSIZE(fields); ++i) {
+    fields[i][launcherFieldSize - 1] = '\0';
+  }
 
   /* At "startprint" another launcher may show the job's progress. */
   Job* const job = strcmp(message.command, "stopprint") == 0 ? takeJob(&message) : NULL;
   setEvent(L"_end");
-  if (job != NULL) startConversion(job);
+  if (job != NULL) {
+    startConversion(job);
+  }
 }
 
 /* Without the mutex no library begins a message; one that has begun will do so within a moment. */
@@ -257,7 +294,9 @@ static int serveUntilQuit(const LauncherStruct* record, HANDLE message, HANDLE q
         leaving = true;
         break;
       case WAIT_TIMEOUT:
-        if (jobsInHand == 0) return EXIT_SUCCESS;
+        if (jobsInHand == 0) {
+          return EXIT_SUCCESS;
+        }
         break;
       default:
         return EXIT_FAILURE;
@@ -273,16 +312,24 @@ static int serve(void) {
                                             sizeof(LauncherStruct), objectName(L"_sm").text);
   const LauncherStruct* const record =
       mapping != NULL ? MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, sizeof *record) : NULL;
-  if (message == NULL || quit == NULL || record == NULL) return EXIT_FAILURE;
+  if (message == NULL || quit == NULL || record == NULL) {
+    return EXIT_FAILURE;
+  }
   const HANDLE mutex = CreateMutexW(NULL, FALSE, objectName(L"_mutex").text);
-  if (mutex == NULL) return EXIT_FAILURE;
-  if (GetLastError() == ERROR_ALREADY_EXISTS) return EXIT_SUCCESS;
+  if (mutex == NULL) {
+    return EXIT_FAILURE;
+  }
+  if (GetLastError() == ERROR_ALREADY_EXISTS) {
+    return EXIT_SUCCESS;
+  }
   return serveUntilQuit(record, message, quit, mutex);
 }
 
 int wmain(int argc, wchar_t** argv) {
   if (argc == 2 && wcscmp(argv[1], L"--quit") == 0) {
-    while (setEvent(L"_quit")) Sleep(lookAgain); /* the event goes with the launcher */
+    while (setEvent(L"_quit")) {
+      Sleep(lookAgain); /* the event goes with the launcher */
+    }
     return EXIT_SUCCESS;
   }
   return serve();

@@ -21,8 +21,9 @@
 static wchar_t printerName[] = L"Tarnwick Quillpress";
 
 static bool findFile(wchar_t path[MAX_PATH], const wchar_t* folder, const wchar_t* name) {
-  if (FAILED(StringCchPrintfW(path, MAX_PATH, L"%ls\\%ls", folder, name)))
+  if (FAILED(StringCchPrintfW(path, MAX_PATH, L"%ls\\%ls", folder, name))) {
     return fail(L"install a driver from", folder, L"move it to a shorter path");
+  }
   return GetFileAttributesW(path) != INVALID_FILE_ATTRIBUTES ||
          failWithReason(L"find the driver's file", path, L"put it there");
 }
@@ -37,8 +38,9 @@ static bool installDriver(const wchar_t* folder) {
   wchar_t programs[2 * MAX_PATH + 1] = L"";
   if (!findFile(library, folder, L"tqpumpd2k.dll") || !findFile(settings, folder, L"tqpconf.ini") ||
       !findFile(launcher, folder, L"tqpmsnd.exe") ||
-      !findFile(converter, folder, L"quillpress.exe"))
+      !findFile(converter, folder, L"quillpress.exe")) {
     return false;
+  }
   /* A list of paths, each with its terminator, which an empty path ends. */
   wchar_t* end = programs;
   size_t room = ARRAYSIZE(programs);
@@ -68,7 +70,9 @@ static bool installPrinter(void) {
                              .pPrintProcessor = processor,
                              .pDatatype = datatype};
   const HANDLE handle = AddPrinterW(NULL, 2, (BYTE*)&printer);
-  if (handle != NULL) return ClosePrinter(handle);
+  if (handle != NULL) {
+    return ClosePrinter(handle);
+  }
   return GetLastError() == ERROR_PRINTER_ALREADY_EXISTS ||
          failWithReason(L"install the printer", printerName, L"see that its driver is installed");
 }

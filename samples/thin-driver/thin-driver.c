@@ -29,10 +29,13 @@ static bool writeBuffers(uint32_t job, HANDLE file) {
   BYTE buffer[16384];
   DWORD length = 0;
   while (ReadFile(file, buffer, sizeof buffer, &length, NULL)) {
-    if (length == 0) return true;
-    if (DocWrite(job, buffer, length) == 0)
+    if (length == 0) {
+      return true;
+    }
+    if (DocWrite(job, buffer, length) == 0) {
       return fail(L"write", L"the job's file",
                   L"see the message box that told why, and the printer's save directory");
+    }
   }
   return failWithReason(L"read", L"the file", L"see whether its disk is still there");
 }
@@ -40,12 +43,18 @@ static bool writeBuffers(uint32_t job, HANDLE file) {
 /* The library's part of a job: start, write, end. */
 static bool runJob(HANDLE printer, DWORD jobId, wchar_t* document, HANDLE file) {
   const uint32_t job = DocStart2K(printer, jobId, NULL, document);
-  if (job == 0) return fail(L"start", document, L"see the message box that told why");
+  if (job == 0) {
+    return fail(L"start", document, L"see the message box that told why");
+  }
   showWhereItGoes(job, jobId, document);
   bool done = writeBuffers(job, file);
   /* The library drops the file of a paused job, and takes the job out of the queue. */
-  if (!done) SetJobW(printer, jobId, 0, NULL, JOB_CONTROL_PAUSE);
-  if (DocEnd(job) == 0) done = fail(L"end", document, L"see the message box that told why");
+  if (!done) {
+    SetJobW(printer, jobId, 0, NULL, JOB_CONTROL_PAUSE);
+  }
+  if (DocEnd(job) == 0) {
+    done = fail(L"end", document, L"see the message box that told why");
+  }
   return done;
 }
 
@@ -53,8 +62,9 @@ static bool printOn(HANDLE printer, wchar_t* document, HANDLE file) {
   wchar_t datatype[] = L"RAW";
   DOC_INFO_1W info = {.pDocName = document, .pDatatype = datatype};
   const DWORD jobId = StartDocPrinterW(printer, 1, (BYTE*)&info);
-  if (jobId == 0)
+  if (jobId == 0) {
     return failWithReason(L"start a spooler job for", document, L"see the printer's queue");
+  }
   const bool printed = runJob(printer, jobId, document, file);
   /* Its result says nothing: the library has taken the job out of the queue by now. */
   EndDocPrinter(printer);
@@ -63,9 +73,10 @@ static bool printOn(HANDLE printer, wchar_t* document, HANDLE file) {
 
 static bool printWith(wchar_t* printerName, wchar_t* document, HANDLE file) {
   HANDLE printer = NULL;
-  if (!OpenPrinterW(printerName, &printer, NULL))
+  if (!OpenPrinterW(printerName, &printer, NULL)) {
     return failWithReason(L"open the printer", printerName,
                           L"install it with install-printer, or name another");
+  }
   const bool printed = printOn(printer, document, file);
   ClosePrinter(printer);
   return printed;
@@ -75,7 +86,9 @@ static bool printWith(wchar_t* printerName, wchar_t* document, HANDLE file) {
 static void entitle(wchar_t* title, size_t size, const wchar_t* path) {
   const wchar_t* name = path;
   for (const wchar_t* at = path; *at != L'\0'; ++at) {
-    if (*at == L'\\' || *at == L'/') name = at + 1;
+    if (*at == L'\\' || *at == L'/') {
+      name = at + 1;
+    }
   }
   StringCchPrintfW(title, size, L"Thin driver - %ls", name);
 }
@@ -85,8 +98,9 @@ static bool printFile(wchar_t* printerName, const wchar_t* path) {
   entitle(document, ARRAYSIZE(document), path);
   const HANDLE file =
       CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, NULL, OPEN_EXISTING, 0, NULL);
-  if (file == INVALID_HANDLE_VALUE)
+  if (file == INVALID_HANDLE_VALUE) {
     return failWithReason(L"open", path, L"give a file that is there and that you may read");
+  }
   const bool printed = printWith(printerName, document, file);
   CloseHandle(file);
   return printed;

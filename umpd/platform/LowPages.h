@@ -1,4 +1,4 @@
-// LowPages: pages of memory below 4 GiB, as the system at hand gives them.
+// LowPages: pages of memory below 4 GiB, by the means of the system that this is built for.
 #pragma once
 
 #include <cstddef>

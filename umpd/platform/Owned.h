@@ -1,4 +1,4 @@
-// Owned: a handle that gives itself back. The group of operations that made the handle closes it;
+// Owned: a handle that closes itself. The group of operations that made the handle closes it;
 // Handle{} means "none". Closing leaves the thread's last error as it was, as a report may follow.
 #pragma once
 

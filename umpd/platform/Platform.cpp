@@ -1,9 +1,12 @@
+// What all implementations of the platform have in common: the tests of the system's version, and
+// values of the registry as texts and numbers.
 #include "umpd/platform/Platform.h"
 
 #include <algorithm>
 
 namespace umpd {
 
+// Windows 98 also calls itself version 4, of another line.
 bool SystemVersion::isNt4() {
   const auto version = query();
   return version && version->major == 4 && version->platformId == 2;
@@ -24,6 +27,7 @@ bool SystemVersion::isVistaOrLater() {
   return version && version->major > 5;
 }
 
+// Byte by byte: the data need not be aligned, and need not end in a terminator.
 std::u16string RegistryValue::text() const {
   std::u16string result;
   for (size_t i = 0; i + 1 < data.size(); i += 2) {
@@ -50,6 +54,7 @@ bool Registry::writeText(KeyHandle key, const std::u16string& name, const std::u
                     std::as_bytes(std::span(text.c_str(), text.size() + 1)));
 }
 
+// Low byte first, as all systems that have a registry keep numbers.
 bool Registry::writeDword(KeyHandle key, const std::u16string& name, uint32_t value) {
   return writeValue(key, name, registryDword, std::as_bytes(std::span(&value, 1)));
 }

@@ -3,8 +3,8 @@
 // Each operation stands for one call of the system (or the usual pair of calls) and means what that
 // call means; only the types are the project's own. Text is UTF-16 unless an operation says
 // "narrow", which is the default code page. A failure is an empty optional, an empty owner or
-// false, and lastError() tells the reason wherever the system's call sets one. Nothing here throws
-// but for want of memory.
+// false, and lastError() has the reason wherever the system's call sets one. Nothing here throws
+// except std::bad_alloc.
 //
 // Two implementations: platform/win32 makes the calls, platform/simulated is a machine in memory.
 // One suite of tests runs over both.
@@ -138,7 +138,7 @@ class Registry {
   virtual bool writeValue(KeyHandle key, const std::u16string& name, uint32_t type,
                           std::span<const std::byte> data) = 0;
   virtual std::optional<KeyInfo> queryInfo(KeyHandle key) = 0;
-  // "absent" behind the last value. A name of `nameRoom` characters (its terminator takes one) or
+  // "absent" after the last value. A name of `nameRoom` characters (its terminator takes one) or
   // data of more than `dataRoom` bytes is a failure.
   virtual RegistryValue enumerateValue(KeyHandle key, uint32_t index, size_t nameRoom,
                                        size_t dataRoom) = 0;
@@ -194,7 +194,7 @@ struct DevMode {
   uint16_t specVersion = 0;
   uint16_t driverVersion = 0;
   uint16_t size = 0;         // of the public record
-  uint16_t driverExtra = 0;  // bytes behind it, zeros
+  uint16_t driverExtra = 0;  // bytes after it, zeros
   uint32_t fields = 0;
   int16_t orientation = 0;
   int16_t paperSize = 0;
@@ -216,9 +216,9 @@ class Spooler {
                                    uint32_t access) = 0;
   virtual void close(PrinterHandle printer) = 0;
 
-  // Questions come in pairs, first for the size and then for the data. What the spooler has to tell
-  // may grow or shrink between the two; data that does not fit is a failure, and so is want of
-  // memory for it, which lastError() tells as errorNotEnoughMemory.
+  // Questions come in pairs, first for the size and then for the data. What the spooler reports
+  // may grow or shrink between the two; data that does not fit is a failure, and so is a lack of
+  // memory for it, which lastError() reports as errorNotEnoughMemory.
   virtual SizeAnswer printerSize(PrinterHandle printer) = 0;
   virtual std::optional<PrinterInfo> printer(PrinterHandle printer, uint32_t size) = 0;
   virtual SizeAnswer jobsSize(PrinterHandle printer, uint32_t first, uint32_t count) = 0;
@@ -300,8 +300,8 @@ inline constexpr uint32_t noTimeLimit = 0xFFFFFFFF;
 class NamedObjects {
  public:
   virtual ~NamedObjects() = default;
-  // Creating a name that stands opens it. Opening one that does not stand gives none: an answer as
-  // much as a failure. `security` may be null. All handles are not inheritable.
+  // Creating an existing name opens it. Opening a name that does not exist returns none: an answer
+  // as much as a failure. `security` may be null. All handles are not inheritable.
   virtual OwnedObject createMutex(const SecurityAttributes* security,
                                   const std::u16string& name) = 0;
   virtual OwnedObject openMutex(const std::u16string& name) = 0;
@@ -351,7 +351,7 @@ class Files {
   virtual bool remove(const std::u16string& path) = 0;
   // Empty if there is nothing of that name. This is the status query too.
   virtual std::optional<uint32_t> attributes(const std::u16string& path) = 0;
-  // One directory, in a directory that stands.
+  // One directory, in an existing one.
   virtual bool makeDirectory(const std::u16string& path) = 0;
   // The first line of a text file with its line end, at most `limit` bytes, and up to a NUL in it;
   // an empty text if the file has none. No value if the file cannot be opened.
@@ -407,7 +407,7 @@ class Accounts {
   virtual AccountSizes accountSizes(const std::u16string& server, const std::u16string& user) = 0;
   virtual std::optional<Sid> account(const std::u16string& server, const std::u16string& user,
                                      AccountSizes sizes) = 0;
-  // Calls NetGetDCName with no server and no domain, and gives its buffer back with `release`,
+  // Calls NetGetDCName with no server and no domain, and frees its buffer with `release`,
   // which is NetApiBufferFree.
   virtual std::optional<std::u16string> domainController(FunctionAddress call,
                                                          FunctionAddress release) = 0;
@@ -492,8 +492,8 @@ class LowMemory {
 
 // --- All of it ---
 
-// What the front end remembers for as long as its process lives. It stands here and not in statics,
-// so that whoever makes a platform makes a fresh process.
+// What the front end remembers for as long as its process lives. It is kept here and not in
+// statics, so that whoever makes a platform makes a fresh process.
 struct ProcessState {
   // Guards the driver directory.
   std::mutex directoryMutex;

@@ -1,3 +1,5 @@
+// No call of the system or of the C library takes part: both would look at the locale, and settings
+// must mean the same wherever they are read.
 #include "umpd/platform/WideText.h"
 
 #include <algorithm>
@@ -35,6 +37,7 @@ std::u16string decimalText(uint32_t value) {
   return {digits.begin(), digits.end()};
 }
 
+// Overflow wraps, as unsigned arithmetic does.
 uint32_t decimalValue(std::u16string_view text) {
   auto at = std::find_if_not(text.begin(), text.end(), isSpace);
   bool negative = false;

@@ -14,7 +14,7 @@ bool equalsIgnoringCase(std::u16string_view a, std::u16string_view b);
 
 std::u16string decimalText(uint32_t value);
 
-// The leading decimal digits, behind white space and a sign, modulo 2^32; 0 without a digit.
+// The leading decimal digits, after white space and a sign, modulo 2^32; 0 without a digit.
 uint32_t decimalValue(std::u16string_view text);
 
 // Registry keys, sections and port forms cannot hold a backslash: a comma stands for it.

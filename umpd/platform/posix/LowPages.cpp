@@ -1,3 +1,5 @@
+// Tries one address after the other, from the lowest that the kernel allows, until a mapping can be
+// made there without replacing one.
 #include "umpd/platform/LowPages.h"
 
 #include <sys/mman.h>

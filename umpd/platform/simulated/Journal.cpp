@@ -1,3 +1,5 @@
+// The log keeps room for calls that give something back, so that they can be entered when no memory
+// is left: an operation that enters itself with note() makes the room for those after it.
 #include "umpd/platform/simulated/Journal.h"
 
 #include <algorithm>
@@ -29,7 +31,7 @@ bool Journal::mayReturn(std::string_view operation) {
   return !isPicked(operation) || fails(deviceNotFunctioning);
 }
 
-// More than a process of the tests has open at a time.
+// More than a process of the tests has open at once.
 void Journal::keepSpare() {
   constexpr size_t spare = 200;
   if (log_.capacity() - log_.size() < spare) {
@@ -69,6 +71,7 @@ size_t Journal::count(std::string_view operation) const {
       log_.begin(), log_.end(), [&](const Call& call) { return call.operation == operation; }));
 }
 
+// Looked for from the end.
 std::u16string Journal::last(std::string_view operation) const {
   const auto call = std::find_if(log_.rbegin(), log_.rend(),
                                  [&](const Call& c) { return c.operation == operation; });

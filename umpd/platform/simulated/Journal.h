@@ -34,14 +34,14 @@ class Journal {
   // that take none: destructors make it when there is none left.
   void noteReturn(std::string_view operation);
   bool mayReturn(std::string_view operation);
-  // Gives false, for `return fails(error)`.
+  // Returns false, for `return fails(error)`.
   bool fails(uint32_t error);
 
   // The n-th operation from now that can fail, counted from 1; 0 for none.
   void failCall(size_t n) { countdown_ = n; }
   // Which one it was; empty as long as it has not come.
   std::string_view pickedOperation() const { return failed_; }
-  // All operations of a name, until told otherwise.
+  // All operations of a name, until set otherwise.
   void failAlways(std::string_view operation, bool fail = true) { failing_[operation] = fail; }
   void before(std::string_view operation, std::function<void()> hook);
 

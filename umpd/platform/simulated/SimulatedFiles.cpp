@@ -1,3 +1,5 @@
+// Files are nodes of one map under their full paths, in lower case and with backslashes. A
+// directory is a node as well; nothing is made below one that does not exist.
 #include "umpd/platform/simulated/SimulatedFiles.h"
 
 #include <algorithm>
@@ -53,6 +55,7 @@ SimulatedFiles::SimulatedFiles(Journal& journal) : journal_(journal) {
   }
 }
 
+// What different spellings of a path have in common.
 std::u16string SimulatedFiles::normalized(const std::u16string& path) const {
   std::u16string result = foldCase(path);
   std::replace(result.begin(), result.end(), u'/', u'\\');
@@ -71,6 +74,7 @@ std::u16string SimulatedFiles::normalized(const std::u16string& path) const {
   return result;
 }
 
+// Others may read a file that is being written, but not write or remove it.
 bool SimulatedFiles::isOpen(const std::u16string& path) const {
   return std::any_of(handles_.begin(), handles_.end(),
                      [&](const auto& each) { return each.second.path == path; });
@@ -85,6 +89,7 @@ bool SimulatedFiles::parentStands(const std::u16string& path) const {
   return parent != nodes_.end() && (parent->second.attributes & attributeDirectory) != 0;
 }
 
+// Errors in the order in which the system finds them.
 FileHandle SimulatedFiles::openForWriting(const std::u16string& path, Disposition disposition) {
   if (!journal_.may("openForWriting", path)) {
     return invalidFile;
@@ -116,6 +121,7 @@ FileHandle SimulatedFiles::openForWriting(const std::u16string& path, Dispositio
   return handle;
 }
 
+// A full disk takes what it has room for.
 bool SimulatedFiles::write(FileHandle file, std::span<const std::byte> data, uint32_t& written) {
   written = 0;
   if (!journal_.may("writeFile")) {
@@ -189,6 +195,7 @@ std::optional<uint32_t> SimulatedFiles::attributes(const std::u16string& path) {
   return std::nullopt;
 }
 
+// One level: its parent has to exist.
 bool SimulatedFiles::makeDirectory(const std::u16string& path) {
   if (!journal_.may("makeDirectory", path)) {
     return false;
@@ -251,6 +258,7 @@ std::optional<std::u16string> SimulatedFiles::systemDirectory() {
   return systemDirectoryPath;
 }
 
+// With all directories on its way.
 void SimulatedFiles::addDirectory(const std::u16string& path) {
   const std::u16string name = normalized(path);
   const size_t start = name.starts_with(u"\\\\") ? 2 : 0;
@@ -282,6 +290,7 @@ bool SimulatedFiles::isDirectory(const std::u16string& path) const {
   return found != nodes_.end() && (found->second.attributes & attributeDirectory) != 0;
 }
 
+// The program runs to its end within this call.
 OwnedObject SimulatedProcesses::create(const ProcessRequest& request) {
   if (!journal_.may("createProcess", request.commandLine)) {
     return {};

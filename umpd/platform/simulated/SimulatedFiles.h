@@ -1,7 +1,7 @@
 // SimulatedFiles, SimulatedProcesses: the files and programs of the simulated machine.
 //
 // Paths compare without regard to case, `/` counts as `\`, and a path without a drive or a server
-// lies in the current directory. Drive C: stands.
+// lies in the current directory. Drive C: exists.
 #pragma once
 
 #include <cstddef>

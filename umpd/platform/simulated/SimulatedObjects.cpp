@@ -1,3 +1,5 @@
+// Handles point to shared objects, and names to them weakly: the last handle, or the last word of a
+// test that another process holds one, ends an object and frees its name.
 #include "umpd/platform/simulated/SimulatedObjects.h"
 
 #include <cstddef>
@@ -32,6 +34,7 @@ const SimulatedDescriptor* SimulatedSecurity::find(DescriptorHandle descriptor) 
   return found == descriptors_.end() ? nullptr : &found->second;
 }
 
+// The system refuses a descriptor that was not initialised.
 SimulatedDescriptor* SimulatedSecurity::valid(DescriptorHandle descriptor) {
   const auto found = descriptors_.find(descriptor);
   if (found != descriptors_.end() && found->second.initialized) {
@@ -105,6 +108,7 @@ std::u16string SimulatedObjects::inSession(const std::u16string& name) {
   return name.starts_with(sessionPrefix) ? name.substr(sessionPrefix.size()) : name;
 }
 
+// A name of an object that has gone is no name.
 std::shared_ptr<SimulatedObject> SimulatedObjects::named(const std::u16string& name) {
   const auto found = names_.find(inSession(name));
   return found == names_.end() ? nullptr : found->second.lock();
@@ -132,6 +136,7 @@ OwnedObject SimulatedObjects::adopt(std::shared_ptr<SimulatedObject> object) {
   return OwnedObject(*this, handle);
 }
 
+// An existing object keeps the security that it was made with.
 OwnedObject SimulatedObjects::create(const char* operation, Kind kind,
                                      const SecurityAttributes* security, const std::u16string& name,
                                      size_t size) {
@@ -160,6 +165,7 @@ OwnedObject SimulatedObjects::create(const char* operation, Kind kind,
   return adopt(std::move(object));
 }
 
+// A name of another kind of object is not the same as no such name.
 OwnedObject SimulatedObjects::open(const char* operation, Kind kind, const std::u16string& name) {
   if (!journal_.may(operation, name)) {
     return {};
@@ -172,6 +178,7 @@ OwnedObject SimulatedObjects::open(const char* operation, Kind kind, const std::
   return {};
 }
 
+// Null, and the error, for a handle that is none or of another kind.
 SimulatedObject* SimulatedObjects::opened(ObjectHandle handle, Kind kind) {
   const auto found = handles_.find(handle);
   if (found != handles_.end() && found->second->kind == kind) {
@@ -190,6 +197,7 @@ OwnedObject SimulatedObjects::openMutex(const std::u16string& name) {
   return open("openMutex", Kind::mutex, name);
 }
 
+// Only as often as this process has waited for it.
 bool SimulatedObjects::releaseMutex(ObjectHandle mutex) {
   if (!journal_.mayReturn("releaseMutex")) {
     return false;
@@ -244,6 +252,7 @@ bool SimulatedObjects::take(SimulatedObject& object, WaitAnswer& answer) {
   return true;
 }
 
+// A hook that runs as the wait is entered can be the other process that ends it.
 WaitAnswer SimulatedObjects::wait(ObjectHandle object, uint32_t milliseconds) {
   if (!journal_.may("wait")) {
     return WaitAnswer::failed;
@@ -274,6 +283,7 @@ OwnedObject SimulatedObjects::openMapping(const std::u16string& name) {
   return open("openMapping", Kind::mapping, name);
 }
 
+// A view holds its mapping, also after the handle is closed.
 OwnedView SimulatedObjects::mapView(ObjectHandle mapping, size_t size) {
   if (!journal_.may("mapView")) {
     return {};

@@ -1,3 +1,5 @@
+// A release is a version number and a set of functions that its libraries have: all that the front
+// end can tell systems apart by.
 #include "umpd/platform/simulated/SimulatedPlatform.h"
 
 #include <cstddef>
@@ -31,6 +33,7 @@ SimulatedPlatform::SimulatedPlatform()
   become(WindowsRelease::windows7);
 }
 
+// Each release has what the one before it has, and more.
 void SimulatedPlatform::become(WindowsRelease release) {
   machine.version.version = versionOf(release);
   auto& present = machine.modules.present;

@@ -1,6 +1,6 @@
 // SimulatedPlatform: a whole small machine in memory, with one process of it.
 //
-// It stands in for the system in tests: what the system would keep is open to look at and to
+// It replaces the system in tests: what the system would keep is open to look at and to
 // arrange, what other processes would do is scripted through the journal's hooks, every operation
 // is on record and can be made to fail. It begins as Windows 7; become() makes it another.
 #pragma once
@@ -19,7 +19,7 @@ namespace umpd {
 
 enum class WindowsRelease { windows98, nt4, windows2000, vista, windows7 };
 
-// The machine's parts, which must stand before the platform refers to them.
+// The machine's parts, which must exist before the platform refers to them.
 struct SimulatedParts {
   Journal journal;
   SimulatedVersion version{journal};

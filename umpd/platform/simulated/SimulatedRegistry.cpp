@@ -1,3 +1,5 @@
+// Keys are nodes of one map under their full paths in lower case; a key's values keep the order in
+// which they were made, as the system's enumeration mostly shows them.
 #include "umpd/platform/simulated/SimulatedRegistry.h"
 
 #include <algorithm>
@@ -39,6 +41,7 @@ std::u16string SimulatedRegistry::normalized(const std::u16string& path) {
   return result;
 }
 
+// The hives have handles that every process knows.
 std::optional<std::u16string> SimulatedRegistry::pathOf(KeyHandle key) const {
   if (key == keyCurrentUser) {
     return u"hkcu";
@@ -71,6 +74,7 @@ OwnedKey SimulatedRegistry::opened(const std::u16string& path, uint32_t access) 
   return OwnedKey(*this, handle);
 }
 
+// With all keys on the way. The last part of a path may have 255 characters.
 CreatedKey SimulatedRegistry::createKey(KeyHandle parent, const std::u16string& subkey,
                                         uint32_t access) {
   if (!journal_.may("createKey", subkey)) {
@@ -101,6 +105,7 @@ OwnedKey SimulatedRegistry::openKey(KeyHandle parent, const std::u16string& subk
   return opened(*path, access);
 }
 
+// The user's hive always exists.
 OwnedKey SimulatedRegistry::openCurrentUser(FunctionAddress /*call*/, uint32_t access) {
   if (!journal_.may("openCurrentUser", decimalText(access))) {
     return {};
@@ -112,6 +117,7 @@ OwnedKey SimulatedRegistry::openCurrentUser(FunctionAddress /*call*/, uint32_t a
   return opened(normalized(threadUserHive), access);
 }
 
+// Null if the handle was not opened for this.
 SimulatedRegistry::Key* SimulatedRegistry::keyFor(KeyHandle handle, uint32_t access) {
   const auto found = handles_.find(handle);
   if (found == handles_.end() || (found->second.access & access) != access) {
@@ -168,6 +174,7 @@ std::optional<KeyInfo> SimulatedRegistry::queryInfo(KeyHandle key) {
   return info;
 }
 
+// The terminator of the name needs room as well.
 RegistryValue SimulatedRegistry::enumerateValue(KeyHandle key, uint32_t index, size_t nameRoom,
                                                 size_t dataRoom) {
   if (!journal_.may("enumerateValue", decimalText(index))) {
@@ -285,7 +292,7 @@ std::u16string SimulatedProfiles::readSection(const std::u16string& path,
       block += line + u'\0';
     }
   }
-  // A terminator goes behind the last text's own; if there is no room, two go behind the cut.
+  // A terminator follows the last text's own; if there is no room, two follow the cut.
   if (block.size() >= room) {
     block.resize(room - 2);
   }

@@ -1,3 +1,5 @@
+// Sizes are those of the system's records with their texts in the code page, so that they grow and
+// shrink with what a test puts there. Handles point to printers, which stay where they are.
 #include "umpd/platform/simulated/SimulatedSpooler.h"
 
 #include <algorithm>
@@ -26,6 +28,7 @@ uint32_t sizeOf(const SimulatedPrinter& printer) {
          textSize(printer.driver);
 }
 
+// As many of the jobs as there are from `first` on.
 std::span<const JobInfo> chosen(const SimulatedPrinter& printer, uint32_t first, uint32_t count) {
   const std::span<const JobInfo> all(printer.jobs);
   const auto rest = all.subspan(std::min<size_t>(first, all.size()));
@@ -54,6 +57,7 @@ SizeAnswer sizeAnswer(Journal& journal, uint32_t needed) {
   return {false, needed, errorInsufficientBuffer};
 }
 
+// The size is 0, which callers look at.
 SizeAnswer failure(Journal& journal) {
   return {false, 0, journal.lastError};
 }
@@ -90,6 +94,7 @@ PrinterHandle SimulatedSpooler::handleOf(const SimulatedPrinter& printer) {
   return {};
 }
 
+// Null, and the error, for a handle that is none.
 SimulatedPrinter* SimulatedSpooler::opened(PrinterHandle printer) {
   const auto found = handles_.find(printer);
   if (found != handles_.end()) {
@@ -99,6 +104,7 @@ SimulatedPrinter* SimulatedSpooler::opened(PrinterHandle printer) {
   return nullptr;
 }
 
+// What the printer was opened with is kept for tests, also if it could not be.
 OwnedPrinter SimulatedSpooler::openPrinter(const std::u16string& name, const DevMode& devMode,
                                            uint32_t access) {
   lastDevMode = devMode;

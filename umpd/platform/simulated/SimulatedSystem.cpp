@@ -1,3 +1,5 @@
+// Each group does what its contract says with what a test has put there. Numbers, texts and errors
+// are those of the system, where a caller can see them.
 #include "umpd/platform/simulated/SimulatedSystem.h"
 
 #include <algorithm>
@@ -31,6 +33,7 @@ bool isLowSurrogate(char16_t c) {
   return c >= 0xDC00 && c < 0xE000;
 }
 
+// One character in one to four bytes.
 std::string utf8(char32_t c) {
   const auto byte = [](char32_t value) { return static_cast<char>(value); };
   const auto tail = [&](unsigned shift) { return byte(0x80 | ((c >> shift) & 0x3F)); };
@@ -68,6 +71,7 @@ OwnedModule SimulatedModules::load(const std::u16string& name) {
   return OwnedModule(*this, handle);
 }
 
+// An address is a number that nobody calls: operations that take one know what to do.
 FunctionAddress SimulatedModules::find(ModuleHandle module, const char* function) {
   if (!journal_.may("findFunction", wide(function))) {
     return {};
@@ -92,6 +96,7 @@ std::optional<std::u16string> SimulatedAccounts::userName() {
   return user;
 }
 
+// An account is known to the server that it was set up on; the empty name is this machine.
 const SimulatedAccounts::Account* SimulatedAccounts::find(const std::u16string& server,
                                                           const std::u16string& name) const {
   const auto found = std::find_if(accounts.begin(), accounts.end(), [&](const Account& each) {
@@ -138,6 +143,7 @@ uint32_t SimulatedClock::tickCount() {
   return ticks;
 }
 
+// Time passes only here and in waits.
 void SimulatedClock::sleep(uint32_t milliseconds) {
   ticks += milliseconds;
   journal_.note("sleep", decimalText(milliseconds));
@@ -148,6 +154,7 @@ int64_t SimulatedClock::now() {
   return time;
 }
 
+// Daylight saving, if a test sets it, is in force all the year.
 std::optional<CalendarTime> SimulatedClock::localTime(int64_t moment) {
   if (!journal_.may("localTime")) {
     return std::nullopt;
@@ -236,6 +243,8 @@ std::string SimulatedText::narrow(const std::u16string& text) {
   return result;
 }
 
+// The terminator is written like a character, if there is room for it. Half a surrogate pair
+// becomes the replacement character.
 bool SimulatedText::toUtf8(const std::u16string& text, std::span<char> buffer) {
   if (!journal_.may("toUtf8")) {
     return false;

@@ -1,5 +1,5 @@
 // The small groups of the simulated machine: version, modules, accounts, clock, random numbers,
-// messages, text and memory. Each is what a test makes of it, and keeps what it was told.
+// messages, text and memory. Each is what a test makes of it, and keeps what it was asked.
 #pragma once
 
 #include <cstddef>
@@ -93,7 +93,7 @@ class SimulatedRandom : public Random {
   void seed(uint32_t value) override;
   uint32_t next() override;
 
-  // Given out first; after them come the numbers that the seed gives.
+  // Returned first; after them come the numbers that follow from the seed.
   std::deque<uint32_t> planned;
   std::vector<uint32_t> seeds;
 
@@ -143,7 +143,7 @@ class SimulatedText : public TextConversion {
   Journal& journal_;
 };
 
-// Real memory: an address has to hold in earnest.
+// Real memory: records really live at these addresses.
 class SimulatedMemory : public LowMemory {
  public:
   explicit SimulatedMemory(Journal& journal) : journal_(journal) {}

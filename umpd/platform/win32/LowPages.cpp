@@ -1,3 +1,5 @@
+// The system has no call for memory below an address, so that free regions are looked for in its
+// map of the process.
 #include "umpd/platform/LowPages.h"
 
 #include <windows.h>

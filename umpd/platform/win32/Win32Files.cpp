@@ -1,3 +1,5 @@
+// Files are opened by the calls themselves and not through the C library, whose modes have no word
+// for sharing; the one text file is read through it, for its line ends.
 #include "umpd/platform/win32/Win32Types.h"
 // The headers below build on <windows.h>.
 #include <shlobj.h>
@@ -52,6 +54,7 @@ bool Win32Files::write(FileHandle file, std::span<const std::byte> data, uint32_
   return succeeded != FALSE;
 }
 
+// A position may be the number that means failure: the last error tells them apart.
 bool Win32Files::seekToEnd(FileHandle file) {
   SetLastError(ERROR_SUCCESS);
   return SetFilePointer(handleOf(file), 0, nullptr, FILE_END) != INVALID_SET_FILE_POINTER ||
@@ -79,6 +82,7 @@ bool Win32Files::makeDirectory(const std::u16string& path) {
   return CreateDirectoryW(wide(path), nullptr) != FALSE;
 }
 
+// The library's limit counts the terminator.
 std::optional<std::string> Win32Files::readLine(const std::u16string& path, size_t limit) {
   const std::unique_ptr<std::FILE, FileCloser> file(_wfopen(wide(path), L"r"));
   if (!file) {
@@ -114,6 +118,7 @@ std::optional<std::u16string> Win32Files::systemDirectory() {
   return text(path, length);
 }
 
+// Nothing is inherited. The thread's handle is of no use to anybody.
 OwnedObject Win32Processes::create(const ProcessRequest& request) {
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
@@ -146,6 +151,7 @@ uint32_t Win32Processes::currentThreadId() {
   return GetCurrentThreadId();
 }
 
+// The result of the call itself does not matter, as its answer stays false on failure.
 bool Win32Processes::isProtectedMode(FunctionAddress call) {
   BOOL answer = FALSE;
   as<IsProtectedModeProcessCall>(call)(&answer);

@@ -1,3 +1,5 @@
+// Objects are made and opened by name with everything allowed that their use takes. A name that
+// exists as an object of another kind is a failure of the system's own.
 #include <cstddef>
 #include <cstdint>
 
@@ -41,6 +43,7 @@ PSECURITY_DESCRIPTOR descriptorOf(DescriptorHandle descriptor) {
   return as<PSECURITY_DESCRIPTOR>(descriptor);
 }
 
+// These calls have null for "none", where files have -1.
 OwnedObject owned(NamedObjects& objects, HANDLE handle) {
   return handle ? OwnedObject(objects, from<ObjectHandle>(handle)) : OwnedObject();
 }
@@ -68,6 +71,7 @@ OwnedDescriptor Win32Security::convertText(FunctionAddress call, const std::stri
   return OwnedDescriptor(*this, from<DescriptorHandle>(descriptor));
 }
 
+// The call itself would read at the null address.
 std::optional<AclHandle> Win32Security::sacl(DescriptorHandle descriptor) {
   if (descriptor == DescriptorHandle{}) {
     SetLastError(ERROR_INVALID_SECURITY_DESCR);

@@ -1,3 +1,5 @@
+// Binds the groups together; none of them has state of its own but for the processes, which need
+// the objects to wait on.
 #include "umpd/platform/win32/Win32Platform.h"
 
 namespace umpd {

@@ -1,4 +1,4 @@
-// Win32Platform: the platform on which the library runs in earnest. Each operation is one call of
+// Win32Platform: the real platform. Each operation is one call of
 // the system, or the pair of calls that it takes, with the access masks, flags and levels that the
 // front end needs. What is documented in Platform.h is not repeated here.
 #pragma once
@@ -171,7 +171,7 @@ class Win32Memory : public LowMemory {
   void close(std::byte* block) override;
 };
 
-// The groups, which must stand before the platform refers to them.
+// The groups, which must exist before the platform refers to them.
 struct Win32Parts {
   Win32Version version;
   Win32Modules modules;

@@ -1,3 +1,5 @@
+// Registry calls return their error instead of leaving it as the last one. Predefined keys are
+// numbers that every process knows; they are used as they are and never closed.
 #include <cstddef>
 #include <cstdint>
 
@@ -18,6 +20,7 @@ bool isPredefined(KeyHandle key) {
   return key == keyCurrentUser || key == keyLocalMachine || key == keyUsers;
 }
 
+// Everything but success and absence is a failure: too little room among them.
 RegistryAnswer answerOf(LSTATUS status) {
   switch (status) {
     case ERROR_SUCCESS:
@@ -61,7 +64,7 @@ OwnedKey Win32Registry::openCurrentUser(FunctionAddress call, uint32_t access) {
 
 RegistryValue Win32Registry::readValue(KeyHandle key, const std::u16string& name, size_t room) {
   RegistryValue value;
-  // Without a buffer the call would only tell the size.
+  // Without a buffer the call would only report the size.
   value.data.resize(room ? room : 1);
   DWORD type = 0;
   DWORD size = static_cast<DWORD>(room);
@@ -73,6 +76,7 @@ RegistryValue Win32Registry::readValue(KeyHandle key, const std::u16string& name
   return value;
 }
 
+// Without a buffer the call looks for the name only.
 bool Win32Registry::hasValue(KeyHandle key, const std::u16string& name) {
   return RegQueryValueExW(hkey(key), wide(name), nullptr, nullptr, nullptr, nullptr) ==
          ERROR_SUCCESS;
@@ -95,6 +99,7 @@ std::optional<KeyInfo> Win32Registry::queryInfo(KeyHandle key) {
   return KeyInfo{values, longestName, longestData};
 }
 
+// On success the call leaves the name's length without its terminator.
 RegistryValue Win32Registry::enumerateValue(KeyHandle key, uint32_t index, size_t nameRoom,
                                             size_t dataRoom) {
   RegistryValue value;
@@ -120,12 +125,14 @@ void Win32Registry::close(KeyHandle key) {
   }
 }
 
+// The call reads leading digits, and returns the default only if there is no such entry.
 uint32_t Win32Profiles::readInt(const std::u16string& path, const std::u16string& section,
                                 const std::u16string& key, uint32_t defaultValue) {
   return GetPrivateProfileIntW(wide(section), wide(key), static_cast<INT>(defaultValue),
                                wide(path));
 }
 
+// The length does not count the terminator of the whole, but that of each text.
 std::u16string Win32Profiles::readSection(const std::u16string& path, const std::u16string& section,
                                           size_t room) {
   std::vector<wchar_t> buffer(room);

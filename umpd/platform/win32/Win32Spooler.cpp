@@ -1,3 +1,7 @@
+// The spooler fills a buffer with records, and the texts that they point to follow them in the
+// same buffer: all is copied out before it goes.
+// The narrow calls are used where the front end has always used them: their texts lose what the
+// code page lacks, and settings are stored under the names that remain.
 #include "umpd/platform/win32/Win32Types.h"
 // The headers below build on <windows.h>.
 #include <winspool.h>
@@ -42,6 +46,7 @@ void copyName(wchar_t (&field)[capacity], const std::u16string& name) {
   std::copy_n(name.begin(), std::min(name.size(), capacity - 1), field);
 }
 
+// Only what the front end sets; the rest of the record is zeros.
 void fill(DEVMODEW& record, const DevMode& mode) {
   copyName(record.dmDeviceName, mode.deviceName);
   record.dmSpecVersion = mode.specVersion;
@@ -63,6 +68,8 @@ void fill(DEVMODEW& record, const DevMode& mode) {
 
 }  // namespace
 
+// The record is followed by the bytes that it announces for the driver, all zeros. The call may
+// write into the texts that it is given.
 OwnedPrinter Win32Spooler::openPrinter(const std::u16string& name, const DevMode& devMode,
                                        uint32_t access) {
   const DWORD size = std::max<DWORD>(sizeof(DEVMODEW), DWORD{devMode.size} + devMode.driverExtra);
@@ -84,6 +91,7 @@ void Win32Spooler::close(PrinterHandle printer) {
   ClosePrinter(handleOf(printer));
 }
 
+// Normally this "fails", as there is no buffer.
 SizeAnswer Win32Spooler::printerSize(PrinterHandle printer) {
   DWORD needed = 0;
   const BOOL succeeded = GetPrinterA(handleOf(printer), recordLevel, nullptr, 0, &needed);
@@ -123,6 +131,7 @@ std::optional<std::vector<JobInfo>> Win32Spooler::jobs(PrinterHandle printer, ui
   return jobs;
 }
 
+// Of a failure nothing is left but a size of 0.
 uint32_t Win32Spooler::printersSize() {
   DWORD needed = 0;
   DWORD returned = 0;
@@ -194,6 +203,7 @@ bool Win32Spooler::setJob(PrinterHandle printer, uint32_t jobId, uint32_t comman
   return SetJobW(handleOf(printer), jobId, 0, nullptr, command) != FALSE;
 }
 
+// The call takes a pointer to bytes that may change, and changes none.
 bool Win32Spooler::writePrinter(PrinterHandle printer, std::span<const std::byte> data,
                                 uint32_t& written) {
   DWORD count = written;

@@ -1,3 +1,5 @@
+// Short calls of all kinds. Functions that older systems lack are called by an address that the
+// front end has looked up, with the types that are written out at the top.
 #include "umpd/platform/win32/Win32Types.h"
 // The headers below build on <windows.h>.
 #include <lm.h>
@@ -26,6 +28,7 @@ struct LocalFreer {
   void operator()(void* memory) const { LocalFree(memory); }
 };
 
+// The parts are copied: what they lie in belongs to the caller.
 Sid taken(PSID sid) {
   Sid result;
   result.valid = IsValidSid(sid) != FALSE;
@@ -43,6 +46,7 @@ Sid taken(PSID sid) {
 
 }  // namespace
 
+// Two passes, as with the spooler: the first only measures.
 std::u16string widened(const char* narrow, size_t length) {
   const int size = static_cast<int>(length);
   const int needed = size ? MultiByteToWideChar(CP_ACP, 0, narrow, size, nullptr, 0) : 0;
@@ -60,6 +64,8 @@ std::optional<std::u16string> widenedIfAny(const char* narrow) {
   return widened(narrow, std::char_traits<char>::length(narrow));
 }
 
+// This call tells programs that do not name newer systems in their manifest that they run on an old
+// one. The front end tests only for lines and for Vista, which is old enough.
 std::optional<OsVersion> Win32Version::query() {
   OSVERSIONINFOA info{};
   static_assert(sizeof info == 148);
@@ -101,6 +107,7 @@ std::optional<std::u16string> Win32Accounts::userName() {
   return text(name);
 }
 
+// Fails without buffers, and leaves the sizes.
 AccountSizes Win32Accounts::accountSizes(const std::u16string& server, const std::u16string& user) {
   DWORD sidSize = 0;
   DWORD domainSize = 0;
@@ -109,6 +116,7 @@ AccountSizes Win32Accounts::accountSizes(const std::u16string& server, const std
   return {sidSize, domainSize};
 }
 
+// The domain's name has to be taken too, and is not used.
 std::optional<Sid> Win32Accounts::account(const std::u16string& server, const std::u16string& user,
                                           AccountSizes sizes) {
   std::vector<BYTE> sid(sizes.sid);
@@ -162,6 +170,7 @@ int32_t Win32Clock::timeZoneBias() {
   return zone.Bias;
 }
 
+// The state is the calling thread's.
 void Win32Random::seed(uint32_t value) {
   std::srand(value);
 }

@@ -33,7 +33,7 @@ inline std::u16string text(const wchar_t* terminated) {
 std::u16string widened(const char* narrow, size_t length);
 std::optional<std::u16string> widenedIfAny(const char* narrow);
 
-// The system's handle behind one of the seam's, and back.
+// The system's handle for one of the seam's, and back.
 template <class System, class Handle>
 System as(Handle handle) {
   return reinterpret_cast<System>(static_cast<uintptr_t>(handle));
@@ -56,8 +56,8 @@ class KeptLastError {
   DWORD error_;
 };
 
-// Room for one record of the spooler at least, with the texts behind it. Want of memory becomes the
-// last error.
+// Room for one record of the spooler at least, with the texts after it. A lack of memory becomes
+// the last error.
 template <class Record>
 class RecordBuffer {
  public:
