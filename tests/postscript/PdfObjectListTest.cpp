@@ -30,14 +30,14 @@ std::vector<PdfObject*> handedOut(const PdfObjectList& list, HandedOutPdfObjects
 // Strings of two letters are beginnings of each other all the time.
 TEST(PrefixTree, FindsWhatAWalkOverAllFinds) {
   std::minstd_rand random(7);
-  for (int round = 0; round < 100; ++round) {
+  for (size_t round = 0; round < 100; ++round) {
     PrefixTree tree;
     std::vector<std::string> strings(20);
     for (size_t i = 0; i < strings.size(); ++i) {
       for (auto length = random() % 8 + (round % 3) * 300; length > 0; --length) {
         strings[i] += random() % 40 ? 'a' : 'b';
       }
-      const auto first = std::find_if(strings.begin(), strings.begin() + i,
+      const auto first = std::find_if(strings.begin(), strings.begin() + static_cast<ptrdiff_t>(i),
                                       [&](const auto& old) { return old.starts_with(strings[i]); });
       const auto expected = static_cast<size_t>(first - strings.begin());
       ASSERT_EQ(tree.find(strings[i]), expected == i ? PrefixTree::none : expected);
