@@ -9,7 +9,9 @@ namespace postscript {
 
 class Ex {
  public:
-  // file: text that lives for ever, as the report shows it. line: the line of the throw.
+  // theFile, theLine: a label of the product's messages, which users have seen ever since; no place
+  // in these sources. A new message takes the file of its family's others and the number after the
+  // greatest that is used with it. theFile lives for ever.
   Ex(const char* theFile, int32_t theLine, std::string theMessage)
       : file(theFile), line(theLine), message(std::move(theMessage)) {}
 

@@ -3,6 +3,7 @@
 #include "postscript/values/VirtualMemory.h"
 
 #include <memory>
+#include <new>
 
 namespace postscript {
 
@@ -49,7 +50,11 @@ void VirtualMemoryObject::lastHandleGone(CompositeData& body) {
   if (ending_ || !mayGo(body)) {
     return;
   }
-  keepCountsOfStrings(body);
+  try {
+    keepCountsOfStrings(body);
+  } catch (const std::bad_alloc&) {
+    return;  // without memory for the counts the body stays until its space goes
+  }
   unlink(body);
   body.next_ = unused_;
   unused_ = &body;

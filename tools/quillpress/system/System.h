@@ -57,8 +57,8 @@ double threadSeconds();
 // What the program holds in memory, mapped files aside; 0 where the system does not say.
 uint64_t memoryInUse();
 
-// Has memory beyond this run out: std::bad_alloc instead of a machine that swaps. What is mapped from
-// files does not count. Does nothing where the system has no such limit.
+// Has memory beyond this run out: std::bad_alloc instead of a machine that swaps. What is mapped
+// from files does not count. Does nothing where the system has no such limit.
 void limitMemory(uint64_t bytes);
 
 }  // namespace quillpress
