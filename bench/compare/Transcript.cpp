@@ -13,7 +13,8 @@ void tellObject(const PdfObject& object, std::string& out) {
   out += "object " + std::to_string(object.kind) + " " + object.name + " compress " +
          std::to_string(object.compress) + " reserved " + std::to_string(object.reserved) +
          (object.extra ? " extra" : "") + (object.source ? " source" : "") + "\n";
-  out += object.dictionary ? object.dictionary : "(no dictionary)";
+  // The record of a pattern that failed has an empty dictionary or, in older builds, a null one.
+  out += object.dictionary ? object.dictionary : "";
   out += "\ndata " + std::to_string(object.dataLength) + "\n";
   if (object.data) {
     out.append(reinterpret_cast<const char*>(object.data), object.dataLength);

@@ -54,11 +54,18 @@ Figures run(const bench::ConverterLibrary& library, const std::string& program, 
   return figures;
 }
 
-int measure(const std::string& path, const std::string& name, uint64_t size, size_t piece) {
+int measure(const char* const* words, bool hashOnly) {
+  const std::string name = words[1];
+  const uint64_t size = std::strtoull(words[2], nullptr, 10);
+  const size_t piece = words[3] ? std::strtoull(words[3], nullptr, 10) : size_t{1} << 30;
   const workloads::Workload workload = workloads::makeWorkload(name, size);
-  const bench::ConverterLibrary library(path);
+  const bench::ConverterLibrary library(words[0]);
   const Figures figures = run(library, workload.text, piece);
   const uint64_t hash = bench::hashOf(figures.text + bench::allObjects(library));
+  if (hashOnly) {
+    std::printf("%016" PRIx64 "\n", hash);
+    return 0;
+  }
   const auto kept = bench::keptHash(name, size);
   if (kept && *kept != hash) {
     std::fprintf(stderr,
@@ -83,10 +90,11 @@ int main(int argc, char** argv) {
     }
     return 0;
   }
+  const bool hashOnly = argc == 5 && std::string(argv[1]) == "--hash";
   if (argc < 4) {
-    std::fprintf(stderr, "usage: measure_library LIBRARY WORKLOAD SIZE [PIECE] | --kinds\n");
+    std::fprintf(stderr,
+                 "usage: measure_library [--hash] LIBRARY WORKLOAD SIZE [PIECE] | --kinds\n");
     return 2;
   }
-  const size_t piece = argc > 4 ? std::strtoull(argv[4], nullptr, 10) : size_t{1} << 30;
-  return measure(argv[1], argv[2], std::strtoull(argv[3], nullptr, 10), piece);
+  return measure(argv + (hashOnly ? 2 : 1), hashOnly);
 }

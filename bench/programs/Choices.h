@@ -15,20 +15,25 @@ class Choices {
   bool oneIn(uint32_t count) { return below(count) == 0; }
 };
 
-// The sequence of one seed (splitmix64).
+// The sequence of one seed (splitmix64). The seed itself is mixed first: the sequences of
+// neighbouring seeds would be the same but for a shift.
 class SeededChoices : public Choices {
  public:
-  explicit SeededChoices(uint64_t seed) : state_(seed * 0x9E3779B97F4A7C15u + 0x1234567) {}
+  explicit SeededChoices(uint64_t seed) : state_(mixed(seed + step)) {}
   uint32_t below(uint32_t count) override {
-    state_ += 0x9E3779B97F4A7C15u;
-    uint64_t bits = state_;
-    bits = (bits ^ (bits >> 30)) * 0xBF58476D1CE4E5B9u;
-    bits = (bits ^ (bits >> 27)) * 0x94D049BB133111EBu;
-    bits ^= bits >> 31;
-    return static_cast<uint32_t>(((bits >> 32) * count) >> 32);
+    state_ += step;
+    return static_cast<uint32_t>(((mixed(state_) >> 32) * count) >> 32);
   }
 
  private:
+  static constexpr uint64_t step = 0x9E3779B97F4A7C15u;
+
+  static uint64_t mixed(uint64_t bits) {
+    bits = (bits ^ (bits >> 30)) * 0xBF58476D1CE4E5B9u;
+    bits = (bits ^ (bits >> 27)) * 0x94D049BB133111EBu;
+    return bits ^ (bits >> 31);
+  }
+
   uint64_t state_;
 };
 

@@ -3,6 +3,7 @@
 #include "postscript/values/VirtualMemory.h"
 
 #include <memory>
+#include <new>
 
 namespace postscript {
 
@@ -21,7 +22,12 @@ VirtualMemoryObject::~VirtualMemoryObject() {
 }
 
 std::string VirtualMemoryObject::describe() const {
-  return typeName(type) + (" " + name);
+  std::string text = typeName(type);
+  text += ' ';
+  for (size_t i = 0; i < copies_; ++i) {
+    text += "Copy of ";
+  }
+  return text + *name_;
 }
 
 void VirtualMemoryObject::enter(CompositeData& body) {
@@ -44,7 +50,11 @@ void VirtualMemoryObject::lastHandleGone(CompositeData& body) {
   if (ending_ || !mayGo(body)) {
     return;
   }
-  keepCountsOfStrings(body);
+  try {
+    keepCountsOfStrings(body);
+  } catch (const std::bad_alloc&) {
+    return;  // without memory for the counts the body stays until its space goes
+  }
   unlink(body);
   body.next_ = unused_;
   unused_ = &body;
@@ -101,8 +111,8 @@ void VirtualMemorySet::keepCount(PostscriptObject& object) {
     kept_.push_back(&object);
     object.countIsKept = true;
   }
-  // All other counts are bounded by the budget, as each belongs to a place of a stack or dictionary.
-  // These are not; so high, one more or less shows nowhere.
+  // All other counts are bounded by the budget, as each belongs to a place of a stack or
+  // dictionary. These are not; so high, one more or less shows nowhere.
   constexpr int32_t high = 1 << 30;
   if (object.refCount < high) {
     ++object.refCount;

@@ -463,6 +463,13 @@ TEST_F(Convert, TellsTheDocumentsTitle) {
   EXPECT_THAT(read("a.pdf"), HasSubstr("/Author (Pat)"));
 }
 
+TEST_F(Convert, KeepsControlBytesOffTheTerminal) {
+  write("in.ps", "%!PS\n\x9B\x31m\x07 pop\n");
+  shell("$Q in.ps");
+  EXPECT_THAT(errors, HasSubstr("NOTHING TO EXECUTE for \\x9B1m\\x07"));
+  EXPECT_THAT(errors, Not(HasSubstr("\x9B")));
+}
+
 // Cut anywhere, in another line end, with bytes of any kind: a word, a status, nothing left behind.
 TEST_F(Convert, BearsAnyBytes) {
   const std::string program = "%!PS\n%%Page: 1 1\n/f {(a\\)b) pop <41> pop} def f\n" +

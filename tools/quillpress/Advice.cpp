@@ -135,7 +135,9 @@ Failure explain(const FailureContext& context) {
     failure.cause = "other";
     failure.words = "an operator fails";
   }
-  failure.engine = context.engine;
+  // A name of a program may hold any bytes, and be long.
+  constexpr size_t longestWords = 160;
+  failure.engine = printable(context.engine, longestWords);
   return failure;
 }
 

@@ -142,7 +142,7 @@ void Conversion::takeText(const Page& page) {
 void Conversion::settleStatus() {
   for (PressedPage& page : pressed_) {
     page.report.status = statusOf(page.report);
-    report_.pages.push_back(page.report);
+    report_.pages.push_back(std::move(page.report));
   }
 }
 
@@ -151,12 +151,15 @@ void Conversion::settleStatus() {
 void Conversion::writeOutput(const DscDocument& document) {
   PdfDocument pdf;
   std::vector<size_t> reports;
-  for (PressedPage& page : pressed_) {
-    if (page.report.status != PageStatus::failed) {
-      pdf.pages.push_back({page.content, page.names, page.report.box, page.report.rotation});
-      reports.push_back(page.report.number - 1);
+  for (size_t i = 0; i < pressed_.size(); ++i) {
+    const PageReport& report = report_.pages[i];
+    if (report.status != PageStatus::failed) {
+      pdf.pages.push_back(
+          {pressed_[i].content, std::move(pressed_[i].names), report.box, report.rotation});
+      reports.push_back(i);
     }
   }
+  pressed_.clear();
   const ObjectRecords records;
   pdf.records = records.list();
   pdf.pageMatrix = options_.pageMatrix;

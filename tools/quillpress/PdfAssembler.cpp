@@ -142,6 +142,8 @@ class Resources {
 
   // The resource dictionary for content with these names.
   QPDFObjectHandle dictionaryFor(const std::set<std::string>& names) const;
+  // The same as an object of its own, which pages with the same names share.
+  QPDFObjectHandle sharedFor(const std::set<std::string>& names);
 
   // Whether it is the name of a record that can't be placed.
   bool isMissing(const std::string& name) const {
@@ -161,13 +163,14 @@ class Resources {
   QPDF& pdf_;
   Matrix pageMatrix_;
   std::map<std::string, Entry> entries_;
+  std::map<std::set<std::string>, QPDFObjectHandle> shared_;
 };
 
 // A pattern's content is scanned before its own name is known, so that it can't refer to itself.
 void Resources::add(const PdfObject& record) {
   const bool isPattern = record.kind == TQP_PATTERN;
   QPDFObjectHandle stream;
-  if (record.dictionary != nullptr && record.data != nullptr) {  // else its program failed half-way
+  if (record.dictionary[0] != '\0' && record.data != nullptr) {  // else its program failed half-way
     stream = isPattern ? patternOf(record) : streamOf(pdf_, record, dataOf(record));
   }
   entries_[record.name] = {isPattern ? "/Pattern" : "/XObject", stream};
@@ -206,6 +209,23 @@ QPDFObjectHandle Resources::dictionaryFor(const std::set<std::string>& names) co
     result.getKey(category).replaceKey(name, stream);
   }
   return result;
+}
+
+QPDFObjectHandle Resources::sharedFor(const std::set<std::string>& names) {
+  auto& shared = shared_[names];
+  if (!shared.isInitialized()) {
+    shared = pdf_.makeIndirectObject(dictionaryFor(names));
+  }
+  return shared;
+}
+
+QPDFObjectHandle rectangleOf(const Box& box) {
+  return QPDFObjectHandle::newFromRectangle({box.left, box.bottom, box.right, box.top});
+}
+
+bool isSame(const Box& one, const Box& other) {
+  return one.left == other.left && one.bottom == other.bottom && one.right == other.right &&
+         one.top == other.top;
 }
 
 // The compressed streams of the pages, in the order of their objects.
@@ -259,19 +279,20 @@ class Output : public Pipeline {
   std::exception_ptr failure_;
 };
 
-QPDFObjectHandle pageOf(QPDF& pdf, const PdfPage& page, const QPDFObjectHandle& parent,
-                        const QPDFObjectHandle& resources,
+// The tree of pages has a box for those that have no other.
+QPDFObjectHandle pageOf(QPDF& pdf, const PdfPage& page, const Box& commonBox,
+                        const QPDFObjectHandle& parent, const QPDFObjectHandle& resources,
                         const std::shared_ptr<PageStreams>& streams) {
   auto content = QPDFObjectHandle::newStream(&pdf);
   streams->add(content.getObjGen(), page.content);
   content.replaceStreamData(streams, QPDFObjectHandle::newName("/FlateDecode"),
                             QPDFObjectHandle::newNull());
-  const Box& box = page.mediaBox;
   auto object = QPDFObjectHandle::newDictionary();
   object.replaceKey("/Type", QPDFObjectHandle::newName("/Page"));
   object.replaceKey("/Parent", parent);
-  object.replaceKey("/MediaBox",
-                    QPDFObjectHandle::newFromRectangle({box.left, box.bottom, box.right, box.top}));
+  if (!isSame(page.mediaBox, commonBox)) {
+    object.replaceKey("/MediaBox", rectangleOf(page.mediaBox));
+  }
   if (page.rotation != 0) {
     object.replaceKey("/Rotate", QPDFObjectHandle::newInteger(page.rotation));
   }
@@ -311,13 +332,15 @@ PdfAssembler::PdfAssembler(const PdfDocument& document, PageStore& store,
     : file_(std::make_unique<File>()) {
   QPDF& pdf = file_->pdf;
   pdf.emptyPDF();
-  const Resources resources(pdf, document.records, document.pageMatrix);
+  Resources resources(pdf, document.records, document.pageMatrix);
+  const Box commonBox = document.pages.empty() ? letter : document.pages.front().mediaBox;
   const auto streams = std::make_shared<PageStreams>(store);
   auto tree = pdf.getRoot().getKey("/Pages");
+  tree.replaceKey("/MediaBox", rectangleOf(commonBox));
   auto kids = QPDFObjectHandle::newArray();
   for (size_t i = 0; i < document.pages.size(); ++i) {
     const PdfPage& page = document.pages[i];
-    kids.appendItem(pageOf(pdf, page, tree, resources.dictionaryFor(page.names), streams));
+    kids.appendItem(pageOf(pdf, page, commonBox, tree, resources.sharedFor(page.names), streams));
     for (const std::string& name : page.names) {
       if (resources.isMissing(name)) {
         reportMissing(i, name);
