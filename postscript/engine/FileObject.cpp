@@ -1,10 +1,9 @@
 #include "postscript/engine/FileObject.h"
 
 #include <utility>
-#include "postscript/engine/Parser.h"
 
+#include "postscript/engine/Parser.h"
 #include "postscript/values/Ex.h"
-#include "postscript/values/StringObject.h"
 
 namespace postscript {
 
@@ -19,10 +18,25 @@ PostscriptObject* checkedSource(PostscriptObject* source) {
   return source;
 }
 
+FilterNames filtersOver(const PostscriptObject& source, const std::string& name) {
+  const auto* file = as<FileObject>(&source);
+  FilterNames names = file ? file->body().filters : as<StringObject>(&source)->filters();
+  return name == "SubFileDecode" ? names : FilterNames(name, std::move(names));
+}
+
+const StringObject* baseOf(const PostscriptObject& source) {
+  const auto* file = as<FileObject>(&source);
+  return file ? file->body().base : as<StringObject>(&source);
+}
+
 }  // namespace
 
 FileData::FileData(Parser& parser)
-    : CompositeData(TypeTag::file), mode(Mode::currentFile), source(nullptr), limit(0) {
+    : CompositeData(TypeTag::file),
+      mode(Mode::currentFile),
+      source(nullptr),
+      base(nullptr),
+      limit(0) {
   if (parser.atEnd()) {
     return;
   }
@@ -44,6 +58,8 @@ FileData::FileData(PostscriptObject* filterSource, std::string name)
       mode(Mode::filter),
       source(checkedSource(filterSource)),
       filterName(std::move(name)),
+      filters(filtersOver(*source, filterName)),
+      base(baseOf(*source)),
       limit(0x7fffffff) {
   ++source->refCount;
 }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "postscript/values/CompositeObject.h"
+#include "postscript/values/StringObject.h"
 
 namespace postscript {
 
@@ -30,6 +31,10 @@ class FileData : public CompositeData {
   const Mode mode;
   PostscriptObject* source;  // counted; null for the current file
   const std::string filterName;
+  // What reading through the chain of filters that begins here comes to: the names of all, and the
+  // string at the end, null if there is something else.
+  const FilterNames filters;
+  const StringObject* const base;
   const uint32_t limit;
 };
 

@@ -485,7 +485,7 @@ Token Parser::literalName(std::string_view text) const {
 Token Parser::stringToken(std::string_view text, const char* filter) const {
   auto string = std::make_unique<StringObject>(*memory.current, std::string(text));
   if (filter) {
-    string->filters().emplace_back(filter);
+    string->filters() = FilterNames(filter, {});
   }
   return Token::ofObject(string.release());
 }

@@ -40,43 +40,23 @@ void pushGathered(Interpreter& ps, std::string& text) {
   pushBoolean(ps, !ps.parser.atEnd());
 }
 
-// The base string of a chain of filters, and into `filters` the names on the way, outermost first.
-const StringObject* baseOfChain(const FileObject* file, std::vector<std::string>& filters) {
-  for (;;) {
-    const FileData& body = file->body();
-    if (body.filterName != "SubFileDecode") {
-      filters.push_back(body.filterName);
-    }
-    const PostscriptObject* source = body.source;
-    file = as<FileObject>(source);
-    if (file) {
-      continue;
-    }
-    const auto* base = as<StringObject>(source);
-    if (!base) {
-      throw Ex(sourceFile, 226, "Expected base object to be string");
-    }
-    filters.insert(filters.end(), base->filters().begin(), base->filters().end());
-    return base;
-  }
-}
-
 // Nothing is read: the result is the whole text at the end of the chain, with the filters' names.
 void readFilter(Interpreter& ps, const ReadOperands& operands) {
-  const Held<StringObject> result = ps.hold(new StringObject(*ps.memory.current, {}));
-  const StringObject* base = baseOfChain(operands.file.get(), result->filters());
-  result->append(base->text());
-  ps.operandStack.pushChecked(result.get());
+  const FileData& chain = operands.file->body();
+  if (!chain.base) {
+    throw Ex(sourceFile, 226, "Expected base object to be string");
+  }
+  pushString(ps, std::string(chain.base->view()))->filters() = chain.filters;
   pushBoolean(ps, true);
   if (operands.string->refCount > 0) {
-    operands.string->append(base->text());
+    operands.string->append(chain.base->text());
   }
 }
 
 void checkEodOperands(Interpreter& ps) {
   const auto eod = popAs<StringObject>(ps, "SubFileDecode EODString param");
   const auto count = popAs<IntegerObject>(ps, "SubFileDecode EODCount param");
-  if (!eod->text().empty() || count->value != 0) {
+  if (!eod->view().empty() || count->value != 0) {
     throw Ex(sourceFile, 101, "Unsupported SubFileDecode EOD params");
   }
 }
@@ -102,7 +82,7 @@ void ReadstringOperator::execute(Interpreter& ps) {
     return readFilter(ps, operands);
   }
   expectCurrentFile(*operands.file, 146, "Only supports readstring from currentfile");
-  const size_t target = operands.string->text().size();
+  const size_t target = operands.string->view().size();
   // White space is dropped by a call that starts afresh, through to its end.
   const std::string_view input = ps.parser.unread();
   if (partialText.empty()) {
@@ -121,7 +101,7 @@ void ReadstringOperator::execute(Interpreter& ps) {
 void ReadhexstringOperator::execute(Interpreter& ps) {
   const ReadOperands operands(ps, "readhexstring");
   expectCurrentFile(*operands.file, 340, "Only supports readline from currentfile");
-  const size_t target = operands.string->text().size();
+  const size_t target = operands.string->view().size();
   if (partialText.size() < target) {
     ps.parser.take(appendHexBytes(ps.parser.unread(), target, pendingDigit, partialText));
   }

@@ -65,22 +65,21 @@ void putArrayInterval(Interpreter& ps, const ArrayObject& source, int32_t index,
   }
 }
 
-// The bytes in front of the index, the source, and what the destination has behind both.
+// The bytes in front of the index, the source, and what the destination has after both: the bytes
+// that the source covers are replaced, in place when it lies within the destination. An index
+// outside counts as the nearer end.
 void putStringInterval(const StringObject& source, int32_t index, PostscriptObject* destination) {
   auto* string = as<StringObject>(destination);
   if (!string) {
     throw Ex(sourceFile, 304, "putinterval- only expecting ps_string");
   }
-  const std::string& old = string->text();
-  std::string text = index > 0 ? old.substr(0, static_cast<size_t>(index)) : std::string();
-  checkStringSize(text.size() + source.text().size());
-  text += source.text();
-  const int64_t rest = static_cast<int64_t>(source.text().size()) + index;
-  if (rest < static_cast<int64_t>(old.size())) {
-    text += old.substr(static_cast<size_t>(std::max<int64_t>(rest, 0)));
-  }
-  checkStringSize(text.size());
-  string->setText(std::move(text));
+  const auto size = static_cast<int64_t>(string->view().size());
+  const auto sourceSize = static_cast<int64_t>(source.view().size());
+  const int64_t begin = std::clamp<int64_t>(index, 0, size);
+  const int64_t end = std::clamp(sourceSize + index, begin, size);
+  string->body().expectSize(static_cast<size_t>(size - (end - begin) + sourceSize));
+  string->text().replace(static_cast<size_t>(begin), static_cast<size_t>(end - begin),
+                         source.text());
 }
 
 void getArrayInterval(Interpreter& ps, const ArrayObject& source, int32_t index, int32_t count) {
@@ -96,10 +95,12 @@ void getArrayInterval(Interpreter& ps, const ArrayObject& source, int32_t index,
 
 void getStringInterval(Interpreter& ps, const StringObject& source, int32_t index, int32_t count) {
   StringObject* interval = pushString(ps, {});
-  if (index < 0 || static_cast<size_t>(index) > source.text().size() || count < 0) {
+  if (index < 0 || static_cast<size_t>(index) > source.view().size() || count < 0) {
     throw Ex(sourceFile, 366, "start or count out of range in getinterval");
   }
-  interval->setText(source.text().substr(static_cast<size_t>(index), static_cast<size_t>(count)));
+  const std::string_view text = source.view();
+  interval->setText(
+      std::string(text.substr(static_cast<size_t>(index), static_cast<size_t>(count))));
 }
 
 }  // namespace
@@ -114,12 +115,7 @@ void CleartomarkOperator::execute(Interpreter& ps) {
 }
 
 void CounttomarkOperator::execute(Interpreter& ps) {
-  int32_t count = 0;
-  const int32_t size = ps.operandStack.size();
-  while (count < size && ps.operandStack.typeFromTop(count) != TypeTag::mark) {
-    ++count;
-  }
-  pushInteger(ps, count);
+  pushInteger(ps, ps.operandStack.countToMark());
 }
 
 void PopOperator::execute(Interpreter& ps) {

@@ -11,7 +11,7 @@ constexpr const char* sourceFile = "postscript/lib/LengthOperators";
 
 int32_t lengthOf(const PostscriptObject& object) {
   if (const auto* string = as<StringObject>(&object)) {
-    return static_cast<int32_t>(string->text().size());
+    return static_cast<int32_t>(string->view().size());
   }
   if (const auto* name = as<NameObject>(&object)) {
     return static_cast<int32_t>(name->name.size());
@@ -48,9 +48,9 @@ void StringOperator::execute(Interpreter& ps) {
 void AnchorsearchOperator::execute(Interpreter& ps) {
   const auto seek = popStringObject(ps);
   const auto string = popStringObject(ps);
-  const bool match = string->text().starts_with(seek->text());
+  const bool match = string->view().starts_with(seek->view());
   if (match) {
-    string->text().erase(0, seek->text().size());
+    string->body().dropFront(seek->view().size());
   }
   ps.operandStack.pushChecked(string.get());
   if (match) {

@@ -42,14 +42,12 @@ const char* inlineSpaceName(ColorMode mode) {
   return mode == ColorMode::cmyk ? "CMYK" : "G";
 }
 
-std::string filterEntry(const std::vector<std::string>& filters) {
+std::string filterEntry(const FilterNames& filters) {
   if (filters.empty()) {
     return {};
   }
   std::string text = "/Filter [";
-  for (const std::string& filter : filters) {
-    text.append(" /").append(filter);
-  }
+  filters.forEach([&](std::string_view filter) { text.append(" /").append(filter); });
   return text + "] ";
 }
 
@@ -178,8 +176,12 @@ void Imager::receiveData(Interpreter& ps) {
 void Imager::takeString(Interpreter& ps) {
   const auto string = popStringObject(ps);
   filterText = filterEntry(string->filters());
-  makeRoom(string->text().size());
-  imageData += string->text();
+  if (imageData.empty() && string->isAlone()) {
+    imageData = std::move(string->text());
+    return;
+  }
+  makeRoom(string->view().size());
+  imageData += string->view();
 }
 
 void Imager::takeThreeStrings(Interpreter& ps) {

@@ -33,9 +33,8 @@ void ImagemaskOperator::execute(Interpreter& ps) {
                    " /BPC 1 /ImageMask true /Decode ", polarity->value ? "[1 0]" : "[0 1]", " ");
   if (!samples->filters().empty()) {
     converter->write("/Filter [");
-    for (const std::string& filter : samples->filters()) {
-      converter->write("/", filter, " ");
-    }
+    samples->filters().forEach(
+        [&](std::string_view filter) { converter->write("/", filter, " "); });
     converter->write("] ");
   }
   converter->write("\nID\n", samples->textToNul(), "\nEI\n");

@@ -50,6 +50,9 @@ class CompositeObject : public PostscriptObject {
   CompositeObject(VirtualMemoryObject& space, std::unique_ptr<CompositeData> body);
   ~CompositeObject() override;
 
+  // Whether nobody but the holder of this popped handle can reach the body.
+  bool isAlone() const { return refCount < 1 && holders == 1 && data->handles_ == 1; }
+
   VirtualMemoryObject* const memory;  // not counted
   const uint32_t dataIndex;           // the body's place in the space
   CompositeData* const data;

@@ -91,6 +91,22 @@ void ObjectStack::moveTop(int32_t count, ObjectStack& other) {
 void ObjectStack::rotateTop(int32_t count, int32_t first) {
   const auto bottom = items_.end() - count;
   std::rotate(bottom, bottom + first, items_.end());
+  std::for_each(bottom, items_.end(), [](StackItem& item) { item.sinceMark = 0; });
+}
+
+int32_t ObjectStack::countToMark() const {
+  const auto isMark = [](const StackItem& item) {
+    return item.kind == StackItem::Kind::object && item.object->type == TypeTag::mark;
+  };
+  size_t counted = items_.size();
+  while (counted > 0 && items_[counted - 1].sinceMark == 0 && !isMark(items_[counted - 1])) {
+    --counted;
+  }
+  uint32_t count = counted > 0 ? items_[counted - 1].sinceMark : 0;
+  for (; counted < items_.size(); ++counted) {
+    items_[counted].sinceMark = ++count;
+  }
+  return static_cast<int32_t>(count);
 }
 
 void ObjectStack::clear() {
@@ -131,7 +147,8 @@ TypeTag ObjectStack::typeFromTop(int32_t depth) const {
 }
 
 void ObjectStack::pushCloneFromTop(int32_t depth) {
-  const StackItem item = itemFromTop(depth);
+  StackItem item = itemFromTop(depth);
+  item.sinceMark = 0;
   if (item.kind != StackItem::Kind::object) {
     return append(item);
   }

@@ -46,6 +46,8 @@ struct StackItem {
   }
 
   Kind kind = Kind::object;
+  // How many items there are above the mark up to this one, or 0 when nobody has counted them.
+  uint32_t sinceMark = 0;
   union {
     PostscriptObject* object;
     int32_t integer;
@@ -148,7 +150,15 @@ class ObjectStack {
   TypeTag typeFromTop(int32_t depth) const;
   // Pushes a clone of the item: the same as cloning its object.
   void pushCloneFromTop(int32_t depth);
-  void swapTopTwo() { std::swap(items_[items_.size() - 1], items_[items_.size() - 2]); }
+  void swapTopTwo() {
+    StackItem& top = items_[items_.size() - 1];
+    StackItem& next = items_[items_.size() - 2];
+    std::swap(top, next);
+    top.sinceMark = next.sinceMark = 0;
+  }
+  // How many items there are above the topmost mark, or in all when there is none. Each item
+  // remembers its count, which holds as long as the item stays: so items are counted once.
+  int32_t countToMark() const;
   // Calls it for every item that is an object, plain values aside.
   template <class Visit>
   void forEachObject(const Visit& visit) const {

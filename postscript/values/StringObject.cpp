@@ -15,7 +15,7 @@ constexpr size_t bytesOfString = 192;
 StringData::StringData(Budget& budget, std::string bytes)
     : CompositeData(TypeTag::string), share_(&budget) {
   expectSize(bytes.size());
-  text = std::move(bytes);
+  text_ = std::move(bytes);
 }
 
 StringData::~StringData() = default;
@@ -48,12 +48,12 @@ void StringObject::setByte(size_t index, char byte) {
 }
 
 void StringObject::append(std::string_view bytes) {
-  static_cast<StringData*>(data)->expectSize(text().size() + bytes.size());
+  body().expectSize(text().size() + bytes.size());
   text().append(bytes);
 }
 
 void StringObject::setText(std::string bytes) {
-  static_cast<StringData*>(data)->expectSize(bytes.size());
+  body().expectSize(bytes.size());
   text() = std::move(bytes);
 }
 

@@ -4,10 +4,11 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 #include "postscript/values/Budget.h"
 #include "postscript/values/CompositeObject.h"
+#include "postscript/values/FilterNames.h"
 
 namespace postscript {
 
@@ -18,14 +19,33 @@ class StringData : public CompositeData {
   ~StringData() override;
 
   void forEachElement(const Visit&) const override {}
-  void clearContents() override { text.clear(); }
+  void clearContents() override { text().clear(); }
   // Before the text grows to so many bytes.
   void expectSize(size_t bytes);
 
-  std::string text;  // may hold NUL bytes
-  std::vector<std::string> filters;
+  // To read or to change; may hold NUL bytes.
+  std::string& text() {
+    if (dropped_ > 0) {
+      text_.erase(0, std::exchange(dropped_, 0));
+    }
+    return text_;
+  }
+  // To read, which leaves dropped bytes where they are.
+  std::string_view view() const { return std::string_view(text_).substr(dropped_); }
+  // Takes bytes off the front. They move out of the way only when they are half of the text, so
+  // that a text can be taken off piece by piece.
+  void dropFront(size_t bytes) {
+    dropped_ += bytes;
+    if (dropped_ > text_.size() / 2) {
+      text();
+    }
+  }
+
+  FilterNames filters;
 
  private:
+  std::string text_;
+  size_t dropped_ = 0;  // bytes at the front that are no longer part of the text
   BudgetShare share_;
 };
 
@@ -41,10 +61,12 @@ class StringObject : public CompositeObject {
   std::string valueText() const override { return std::string(textToNul()); }
   PostscriptObject* clone() const override { return new StringObject(*this); }
 
-  std::string& text() const { return static_cast<StringData*>(data)->text; }
-  std::vector<std::string>& filters() const { return static_cast<StringData*>(data)->filters; }
+  StringData& body() const { return *static_cast<StringData*>(data); }
+  std::string& text() const { return body().text(); }
+  std::string_view view() const { return body().view(); }
+  FilterNames& filters() const { return body().filters; }
   // The text up to its first NUL byte.
-  std::string_view textToNul() const { return text().c_str(); }
+  std::string_view textToNul() const { return view().substr(0, view().find('\0')); }
   // Writes one byte in place. The place behind the last byte takes it without effect; beyond,
   // fails.
   void setByte(size_t index, char byte);

@@ -22,7 +22,12 @@ VirtualMemoryObject::~VirtualMemoryObject() {
 }
 
 std::string VirtualMemoryObject::describe() const {
-  return typeName(type) + (" " + name);
+  std::string text = typeName(type);
+  text += ' ';
+  for (size_t i = 0; i < copies_; ++i) {
+    text += "Copy of ";
+  }
+  return text + *name_;
 }
 
 void VirtualMemoryObject::enter(CompositeData& body) {
@@ -106,8 +111,8 @@ void VirtualMemorySet::keepCount(PostscriptObject& object) {
     kept_.push_back(&object);
     object.countIsKept = true;
   }
-  // All other counts are bounded by the budget, as each belongs to a place of a stack or dictionary.
-  // These are not; so high, one more or less shows nowhere.
+  // All other counts are bounded by the budget, as each belongs to a place of a stack or
+  // dictionary. These are not; so high, one more or less shows nowhere.
   constexpr int32_t high = 1 << 30;
   if (object.refCount < high) {
     ++object.refCount;

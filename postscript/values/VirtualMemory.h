@@ -3,6 +3,7 @@
 // VirtualMemorySet has the two spaces of an interpreter, and the symbols of its names.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -21,14 +22,16 @@ class VirtualMemoryObject : public PostscriptObject {
   static constexpr TypeTag tag = TypeTag::save;
 
   // set: to which the space belongs; null for a value of save.
-  explicit VirtualMemoryObject(std::string theName, VirtualMemorySet* set = nullptr)
-      : PostscriptObject(tag), name(std::move(theName)), set_(set) {}
+  explicit VirtualMemoryObject(std::string name, VirtualMemorySet* set = nullptr)
+      : PostscriptObject(tag),
+        name_(std::make_shared<const std::string>(std::move(name))),
+        set_(set) {}
   // Ends the bodies, oldest first.
   ~VirtualMemoryObject() override;
 
   std::string describe() const override;
   // A new, empty space: the bodies stay with the source.
-  PostscriptObject* clone() const override { return new VirtualMemoryObject("Copy of " + name); }
+  PostscriptObject* clone() const override { return new VirtualMemoryObject(*this); }
 
   SymbolTable& symbols() const;
   Budget& budget() const;
@@ -38,15 +41,19 @@ class VirtualMemoryObject : public PostscriptObject {
   void enter(CompositeData& body);
   void lastHandleGone(CompositeData& body);
 
-  const std::string name;
-
  private:
+  VirtualMemoryObject(const VirtualMemoryObject& source)
+      : PostscriptObject(tag), name_(source.name_), copies_(source.copies_ + 1) {}
   bool mayGo(const CompositeData& body) const;
   void keepCountsOfStrings(const CompositeData& body);
   void unlink(CompositeData& body);
   void endUnused();
 
-  VirtualMemorySet* set_;
+  // The space's name is this, with "Copy of " in front for each of the copies that led to it: the
+  // names of a thousand copies of copies take no room.
+  std::shared_ptr<const std::string> name_;
+  size_t copies_ = 0;
+  VirtualMemorySet* set_ = nullptr;
   uint32_t nextIndex_ = 0;
   CompositeData* first_ = nullptr;  // the oldest
   CompositeData* last_ = nullptr;

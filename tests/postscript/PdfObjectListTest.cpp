@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
 #include <set>
 #include <string>
@@ -30,17 +29,18 @@ std::vector<PdfObject*> handedOut(const PdfObjectList& list, HandedOutPdfObjects
 // Strings of two letters are beginnings of each other all the time.
 TEST(PrefixTree, FindsWhatAWalkOverAllFinds) {
   std::minstd_rand random(7);
-  for (int round = 0; round < 100; ++round) {
+  for (size_t round = 0; round < 100; ++round) {
     PrefixTree tree;
     std::vector<std::string> strings(20);
     for (size_t i = 0; i < strings.size(); ++i) {
       for (auto length = random() % 8 + (round % 3) * 300; length > 0; --length) {
         strings[i] += random() % 40 ? 'a' : 'b';
       }
-      const auto first = std::find_if(strings.begin(), strings.begin() + i,
-                                      [&](const auto& old) { return old.starts_with(strings[i]); });
-      const auto expected = static_cast<size_t>(first - strings.begin());
-      ASSERT_EQ(tree.find(strings[i]), expected == i ? PrefixTree::none : expected);
+      size_t first = 0;
+      while (!strings[first].starts_with(strings[i])) {
+        ++first;
+      }
+      ASSERT_EQ(tree.find(strings[i]), first == i ? PrefixTree::none : first);
       tree.add(strings[i], i);
     }
   }

@@ -11,8 +11,6 @@
 namespace quillpress {
 namespace {
 
-using postscript::LossClass;
-
 constexpr float plainMatrix[] = {1, 0, 0, 1, 0, 0};
 
 constexpr const char* classTexts[] = {

@@ -170,7 +170,7 @@ class Resources {
 void Resources::add(const PdfObject& record) {
   const bool isPattern = record.kind == TQP_PATTERN;
   QPDFObjectHandle stream;
-  if (record.dictionary != nullptr && record.data != nullptr) {  // else its program failed half-way
+  if (record.dictionary[0] != '\0' && record.data != nullptr) {  // else its program failed half-way
     stream = isPattern ? patternOf(record) : streamOf(pdf_, record, dataOf(record));
   }
   entries_[record.name] = {isPattern ? "/Pattern" : "/XObject", stream};
@@ -281,7 +281,7 @@ class Output : public Pipeline {
 
 // The tree of pages has a box for those that have no other.
 QPDFObjectHandle pageOf(QPDF& pdf, const PdfPage& page, const Box& commonBox,
-                        QPDFObjectHandle parent, QPDFObjectHandle resources,
+                        const QPDFObjectHandle& parent, const QPDFObjectHandle& resources,
                         const std::shared_ptr<PageStreams>& streams) {
   auto content = QPDFObjectHandle::newStream(&pdf);
   streams->add(content.getObjGen(), page.content);
