@@ -176,13 +176,12 @@ TEST_P(Growth, IsLinear) {
       << less << " units of work for half the size, " << more << " for the whole";
 }
 
-// What is disabled does not hold yet.
 constexpr Case cases[] = {
     {"beginnings", beginnings, 2000},
     {"lookUpsBelow", lookUpsBelow, 2000},
     {"changesDuringForall", changesDuringForall, 4000},
-    {"DISABLED_putintervals", putintervals, 20000},
-    {"DISABLED_anchorsearches", anchorsearches, 20000},
+    {"putintervals", putintervals, 20000},
+    {"anchorsearches", anchorsearches, 20000},
     {"distinctImages", distinctImages, 200},
     {"imagesWithOneBeginning", imagesWithOneBeginning, 30},
     {"unknownPatterns", unknownPatterns, 2000},
@@ -190,9 +189,9 @@ constexpr Case cases[] = {
     {"objectsOncePerPage", objectsOncePerPage, 1000},
     {"clipsAfterFarSegment", clipsAfterFarSegment, 4000},
     {"clipsAfterPatterns", clipsAfterPatterns, 2000},
-    {"DISABLED_countToMarks", countToMarks, 4000},
-    {"DISABLED_copiedSaves", copiedSaves, 1000},
-    {"DISABLED_chainedFilters", chainedFilters, 500},
+    {"countToMarks", countToMarks, 4000},
+    {"copiedSaves", copiedSaves, 1000},
+    {"chainedFilters", chainedFilters, 500},
     {"longFontName", longFontName, 1000},
     {"pagesLeavingDictionaries", pagesLeavingDictionaries, 1000},
     {"deepExecution", deepExecution, 2000},
