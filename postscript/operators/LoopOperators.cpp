@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 
 #include "postscript/engine/Operands.h"
 #include "postscript/operators/ComparisonOperators.h"
