@@ -1,4 +1,6 @@
-// The program as a user has it: what comes out, what it says, and how it ends.
+// The program as a user has it: what comes out, what it says, and how it ends. Another command than
+// the build's own program is tried when the environment's QUILLPRESS_PROGRAM names it, such as the
+// program for Windows with Wine in front.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -67,7 +69,9 @@ class Convert : public testing::Test {
 
   // Runs a line of shell in the folder; $Q is the program. `errors` is what it said.
   int shell(const std::string& line) {
-    const std::string command = "cd '" + folder + "' && Q='" QUILLPRESS_PROGRAM "' && { " + line +
+    const char* named = std::getenv("QUILLPRESS_PROGRAM");
+    const std::string command = "cd '" + folder + "' && Q='" +
+                                (named != nullptr ? named : QUILLPRESS_PROGRAM) + "' && { " + line +
                                 "; } 2>&1 >stdout </dev/null";
     FILE* pipe = ::popen(command.c_str(), "r");
     errors.clear();
