@@ -332,7 +332,7 @@ TEST_F(Convert, SaysWhatIsWrongAndLeavesNothing) {
       {"$Q --strict half.ps old.pdf", "half.ps would not come out whole; nothing was written"},
       {"$Q --time-limit 0.1 endless.ps old.pdf", "more than 0.1 s of processor time"},
       {"printf '\\211PNG' | $Q - old.pdf", "standard input is a PNG image"},
-      {"head -c 3000 /dev/urandom | $Q - old.pdf", "no PostScript"},
+      {"head -c 3000 /dev/zero | tr '\\0' '\\201' | $Q - old.pdf", "no PostScript"},
       {"printf '\\037\\213\\010' | $Q - old.pdf", "compressed data are damaged"},
       {"$Q convert --matrix 1,0,0,1,0 in.ps old.pdf", "six numbers"},
       {"$Q convert --matrix 1,0,0,1,0,0,0 in.ps old.pdf", "six numbers"},
