@@ -109,7 +109,7 @@ bool Interpreter::runToken() {
 
 bool Interpreter::isBrace(const PostscriptObject& object) const {
   const auto* name = as<NameObject>(&object);
-  return name && (name->name == openBrace_.text || name->name == closeBrace_.text);
+  return name && (name->name() == openBrace_.text() || name->name() == closeBrace_.text());
 }
 
 // The array stays on the execution stack under its elements, as it would after being pushed under
@@ -145,7 +145,7 @@ void Interpreter::endArray(ArrayObject* array) {
 void Interpreter::runName(Symbol& symbol) {
   PostscriptObject* value = dictionaries.lookup(symbol);
   if (!value) {
-    throw Ex("NameObject", 25, "NOTHING TO EXECUTE for " + symbol.text + "\n");
+    throw Ex("NameObject", 25, "NOTHING TO EXECUTE for " + std::string(symbol.text()) + "\n");
   }
   if (value->runBy == RunBy::array) {
     makeRunnable(value);
@@ -170,12 +170,13 @@ void Interpreter::listUnknownNames(const char* bytes, size_t length) {
   std::map<std::string, int32_t> unknown;
   while (const Held<> token = hold(parser.nextToken())) {
     const auto* name = as<NameObject>(token.get());
-    if (!name || name->name.size() < 2 || dictionaries.lookup(std::string_view(name->name))) {
+    if (!name || name->name().size() < 2 || dictionaries.lookup(name->name())) {
       continue;
     }
+    const std::string text(name->name());
     const auto isLowerCase = [](char c) { return c >= 'a' && c <= 'z'; };
-    if (std::all_of(name->name.begin(), name->name.end(), isLowerCase)) {
-      ++unknown[name->name];
+    if (std::all_of(text.begin(), text.end(), isLowerCase)) {
+      ++unknown[text];
     }
   }
   for (const auto& [name, count] : unknown) {
