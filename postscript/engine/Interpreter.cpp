@@ -128,7 +128,6 @@ void Interpreter::runArray(ArrayObject* array) {
     } else if (element->runBy == RunBy::name) {
       runName(static_cast<NameObject*>(element)->symbol());
     } else {
-      const Held<> held = hold(element);
       runObject(element);
     }
   } while (executionStack.topIs(array) && array->executable && !suspendFlag);
@@ -142,24 +141,29 @@ void Interpreter::endArray(ArrayObject* array) {
   }
 }
 
-void Interpreter::runName(Symbol& symbol) {
+inline void Interpreter::runName(Symbol& symbol) {
   PostscriptObject* value = dictionaries.lookup(symbol);
   if (!value) {
-    throw Ex("NameObject", 25, "NOTHING TO EXECUTE for " + std::string(symbol.text()) + "\n");
+    failOnUnknown(symbol);
   }
   if (value->runBy == RunBy::array) {
     makeRunnable(value);
   }
-  const Held<> held = hold(value);
   runObject(value);
 }
 
-void Interpreter::runObject(PostscriptObject* object) {
+void Interpreter::failOnUnknown(const Symbol& symbol) {
+  throw Ex("NameObject", 25, "NOTHING TO EXECUTE for " + std::string(symbol.text()) + "\n");
+}
+
+// An operator may take the object from where it is stored, so it is held while it executes.
+inline void Interpreter::runObject(PostscriptObject* object) {
   if (!object->executable) {
     operandStack.pushChecked(object);
   } else if (object->runBy == RunBy::array) {
     executionStack.pushChecked(object);
   } else {
+    const Held<> held = hold(object);
     object->execute(*this);
   }
 }
