@@ -68,7 +68,7 @@ TEST_F(Layers, LeaveSixNamesToDataInTheEnd) {
   std::vector<std::string> data;
   for (const DictionaryEntry* entry : installed.systemDictionary->body().entries()) {
     if (entry->value->type != TypeTag::name) {
-      data.push_back(entry->symbol.text());
+      data.emplace_back(entry->symbol.text());
     }
   }
   EXPECT_THAT(data, ElementsAre("errordict", "globaldict", "languagelevel", "systemdict",
