@@ -1,12 +1,14 @@
 // Measures one library on one workload, in a process of its own: scripts/bench runs it and makes a
 // table of what it prints.
 //
-//   measure_library LIBRARY WORKLOAD SIZE [PIECE]     one line of figures; exit 1 if the text is
-//   wrong measure_library --kinds                           the workloads and what they are
+//   measure_library LIBRARY WORKLOAD SIZE [PIECE]         a line of figures
+//   measure_library --hash LIBRARY WORKLOAD SIZE [PIECE]  the hash alone, which may be any
+//   measure_library --kinds                               the workloads and what they are
 //
 // The line: seconds S bytes B objects N text T peak P allocations A allocated B hash H. Seconds are
-// processor time in the library's calls, peak is above what the workload's own text takes, and the
-// hash is of the page's text and of all objects, whatever the pieces.
+// the time in the library's calls, peak is above what the workload's own text takes, and the hash
+// is of the page's text and of all objects, whatever the pieces. The exit status is 1 when the hash
+// is not the one that is kept for the workload.
 #include <algorithm>
 #include <cinttypes>
 #include <cstdio>
@@ -32,7 +34,7 @@ Figures run(const bench::ConverterLibrary& library, const std::string& program, 
   Figures figures;
   const uint64_t memoryBefore = bench::watchPeakMemory();
   const bench::AllocationCount before = bench::allocations();
-  double start = bench::processorSeconds();
+  double start = bench::secondsSpent();
   void* converter = library.open(programs::matrices[0].data());
   for (size_t at = 0; at < program.size(); at += piece) {
     auto length = static_cast<int32_t>(std::min(piece, program.size() - at));
@@ -41,14 +43,14 @@ Figures run(const bench::ConverterLibrary& library, const std::string& program, 
       std::fprintf(stderr, "failed: %s", library.error(converter));
       std::exit(1);
     }
-    figures.seconds += bench::processorSeconds() - start;
+    figures.seconds += bench::secondsSpent() - start;
     // Kept outside the time and the counts: the caller's own work.
     figures.peak = bench::peakMemory() - memoryBefore;
     figures.text.append(text, static_cast<size_t>(length));
-    start = bench::processorSeconds();
+    start = bench::secondsSpent();
   }
   library.close(converter);
-  figures.seconds += bench::processorSeconds() - start;
+  figures.seconds += bench::secondsSpent() - start;
   const bench::AllocationCount after = bench::allocations();
   figures.allocations = {after.calls - before.calls, after.bytes - before.bytes};
   return figures;

@@ -5,8 +5,9 @@
 
 namespace bench {
 
-// Seconds of processor time, in the program and in the system.
-double processorSeconds();
+// Seconds of processor time, in the program and in the system; of elapsed time where the system
+// counts processor time in steps too large for short runs.
+double secondsSpent();
 
 // Begins to look for the most memory that is in use at a time, and returns what is in use now, in
 // bytes; 0 if the system does not tell.

@@ -6,7 +6,7 @@
 
 namespace bench {
 
-double processorSeconds() {
+double secondsSpent() {
   timespec time{};
   clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;

@@ -18,7 +18,7 @@ void* counted(size_t size) {
 }  // namespace
 
 // Seen by libraries that are loaded, which then count as well.
-#if defined(__GNUC__) && !defined(_WIN32)
+#if defined(__GNUC__)
 #pragma GCC visibility push(default)
 #endif
 
@@ -38,7 +38,7 @@ void operator delete(void* memory, size_t) noexcept {
   std::free(memory);
 }
 
-#if defined(__GNUC__) && !defined(_WIN32)
+#if defined(__GNUC__)
 #pragma GCC visibility pop
 #endif
 
