@@ -61,7 +61,8 @@ SymbolTable::~SymbolTable() {
 size_t SymbolTable::slotOf(std::string_view text, uint32_t hash) const {
   const size_t mask = slots_.size() - 1;
   size_t slot = hash & mask;
-  while (slots_[slot].symbol && (slots_[slot].hash != hash || slots_[slot].symbol->text() != text)) {
+  while (slots_[slot].symbol &&
+         (slots_[slot].hash != hash || slots_[slot].symbol->text() != text)) {
     slot = (slot + 1) & mask;
   }
   return slot;
