@@ -121,7 +121,7 @@ int32_t Comparer::compare(const PostscriptObject& a, const PostscriptObject& b) 
   const auto* nameA = as<NameObject>(&a);
   const auto* nameB = as<NameObject>(&b);
   if (nameA && nameB) {
-    return compareTexts(nameA->name, nameB->name);
+    return compareTexts(nameA->name(), nameB->name());
   }
   const auto* booleanA = as<BooleanObject>(&a);
   const auto* booleanB = as<BooleanObject>(&b);

@@ -245,7 +245,7 @@ void ExitOperator::execute(Interpreter& ps) {
   for (;;) {
     const Held<> object = ps.hold(ps.executionStack.pop());
     const auto* loop = as<NameObject>(object.get());
-    if (loop && std::find(loops.begin(), loops.end(), loop->name) != loops.end()) {
+    if (loop && std::find(loops.begin(), loops.end(), loop->name()) != loops.end()) {
       return;
     }
     makeLiteral(object.get());

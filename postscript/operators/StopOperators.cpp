@@ -27,7 +27,7 @@ void StopOperator::execute(Interpreter& ps) {
   for (;;) {
     const Held<> object = ps.hold(ps.executionStack.pop());
     const auto* context = as<NameObject>(object.get());
-    if (context && context->name == "stopped") {
+    if (context && context->name() == "stopped") {
       return pushBoolean(ps, true);
     }
     makeLiteral(object.get());

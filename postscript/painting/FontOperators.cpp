@@ -58,7 +58,7 @@ void SetfontOperator::execute(Interpreter& ps) {
   }
   GraphicsState& state = converter->topState();
   state.fontSize = matrix.d * 1000.0 + matrix.b * 1000.0;
-  state.fontName = std::make_shared<const std::string>(fontName->name);
+  state.fontName = std::make_shared<const std::string>(fontName->name());
 }
 
 void CurrentfontOperator::execute(Interpreter& ps) {
