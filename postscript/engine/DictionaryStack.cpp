@@ -113,15 +113,15 @@ DictionaryObject* DictionaryStack::where(Symbol& key) {
 
 void DictionaryStack::addOperator(std::unique_ptr<NameObject> newOperator) {
   DictionaryData& system = systemDictionary->body();
-  if (system.get(newOperator->name)) {
-    replacedNames.push_back(newOperator->name);
+  if (system.get(newOperator->name())) {
+    replacedNames.emplace_back(newOperator->name());
   }
-  system.put(newOperator->name, newOperator.get());
+  system.put(newOperator->name(), newOperator.get());
   newOperator.release();
 }
 
 void DictionaryStack::addGeneratedOperator(std::unique_ptr<NameObject> newOperator) {
-  generatedNames.push_back(newOperator->name);
+  generatedNames.emplace_back(newOperator->name());
   addOperator(std::move(newOperator));
 }
 

@@ -14,7 +14,7 @@ void PostscriptObject::execute(Interpreter& ps) {
 void NameObject::execute(Interpreter& ps) {
   PostscriptObject* value = ps.dictionaries.lookup(keySymbol(ps.memory.symbols, *this));
   if (!value) {
-    throw Ex("NameObject", 25, "NOTHING TO EXECUTE for " + name + "\n");
+    throw Ex("NameObject", 25, "NOTHING TO EXECUTE for " + std::string(name()) + "\n");
   }
   makeRunnable(value);
   ps.executionStack.pushChecked(value);

@@ -109,7 +109,7 @@ bool Interpreter::runToken() {
 
 bool Interpreter::isBrace(const PostscriptObject& object) const {
   const auto* name = as<NameObject>(&object);
-  return name && (name->name == openBrace_.text || name->name == closeBrace_.text);
+  return name && (name->name() == openBrace_.text() || name->name() == closeBrace_.text());
 }
 
 // The array stays on the execution stack under its elements, as it would after being pushed under
@@ -128,7 +128,6 @@ void Interpreter::runArray(ArrayObject* array) {
     } else if (element->runBy == RunBy::name) {
       runName(static_cast<NameObject*>(element)->symbol());
     } else {
-      const Held<> held = hold(element);
       runObject(element);
     }
   } while (executionStack.topIs(array) && array->executable && !suspendFlag);
@@ -142,24 +141,29 @@ void Interpreter::endArray(ArrayObject* array) {
   }
 }
 
-void Interpreter::runName(Symbol& symbol) {
+inline void Interpreter::runName(Symbol& symbol) {
   PostscriptObject* value = dictionaries.lookup(symbol);
   if (!value) {
-    throw Ex("NameObject", 25, "NOTHING TO EXECUTE for " + symbol.text + "\n");
+    failOnUnknown(symbol);
   }
   if (value->runBy == RunBy::array) {
     makeRunnable(value);
   }
-  const Held<> held = hold(value);
   runObject(value);
 }
 
-void Interpreter::runObject(PostscriptObject* object) {
+void Interpreter::failOnUnknown(const Symbol& symbol) {
+  throw Ex("NameObject", 25, "NOTHING TO EXECUTE for " + std::string(symbol.text()) + "\n");
+}
+
+// An operator may take the object from where it is stored, so it is held while it executes.
+inline void Interpreter::runObject(PostscriptObject* object) {
   if (!object->executable) {
     operandStack.pushChecked(object);
   } else if (object->runBy == RunBy::array) {
     executionStack.pushChecked(object);
   } else {
+    const Held<> held = hold(object);
     object->execute(*this);
   }
 }
@@ -170,12 +174,13 @@ void Interpreter::listUnknownNames(const char* bytes, size_t length) {
   std::map<std::string, int32_t> unknown;
   while (const Held<> token = hold(parser.nextToken())) {
     const auto* name = as<NameObject>(token.get());
-    if (!name || name->name.size() < 2 || dictionaries.lookup(std::string_view(name->name))) {
+    if (!name || name->name().size() < 2 || dictionaries.lookup(name->name())) {
       continue;
     }
+    const std::string text(name->name());
     const auto isLowerCase = [](char c) { return c >= 'a' && c <= 'z'; };
-    if (std::all_of(name->name.begin(), name->name.end(), isLowerCase)) {
-      ++unknown[name->name];
+    if (std::all_of(text.begin(), text.end(), isLowerCase)) {
+      ++unknown[text];
     }
   }
   for (const auto& [name, count] : unknown) {

@@ -73,6 +73,7 @@ class Interpreter {
   void endArray(ArrayObject* array);
   // Runs what the name stands for, at once: nothing can look between the name and its value.
   void runName(Symbol& symbol);
+  [[noreturn]] static void failOnUnknown(const Symbol& symbol);
   // Pushes a literal object, starts an array, executes anything else.
   void runObject(PostscriptObject* object);
   bool isBrace(const PostscriptObject& object) const;

@@ -62,15 +62,6 @@ constexpr auto lexicalClasses = [] {
   return table;
 }();
 
-// Whether a token that begins so can be a number.
-constexpr auto mayBeginNumber = [] {
-  std::array<bool, 256> table{};
-  for (const char c : std::string_view("0123456789+-.eE")) {
-    table[static_cast<uint8_t>(c)] = true;
-  }
-  return table;
-}();
-
 Token numberToken(const NumberToken& number) {
   return number.kind == NumberToken::Kind::integer ? Token::ofInteger(number.integer)
                                                    : Token::ofReal(number.real);
@@ -192,12 +183,18 @@ Token Parser::next() {
 }
 
 Token Parser::readInPlace() {
-  while (current < end) {
-    switch (lexicalClasses[static_cast<uint8_t>(*current)]) {
+  const auto classHere = [this] { return lexicalClasses[static_cast<uint8_t>(*current)]; };
+  for (;;) {
+    while (current < end && classHere() == LexicalClass::dropped) {
+      ++current;
+    }
+    if (current == end) {
+      return {};
+    }
+    switch (classHere()) {
       case LexicalClass::regular:
         return readRegular(current);
       case LexicalClass::dropped:
-        ++current;
         break;
       case LexicalClass::bracket:
         return nameToken({current++, 1});
@@ -217,11 +214,10 @@ Token Parser::readInPlace() {
         return readAngleString();
     }
   }
-  return {};
 }
 
 Token Parser::readRegular(const char* first) {
-  if (mayBeginNumber[static_cast<uint8_t>(*first)]) {
+  if (mayBeginNumber(*first)) {
     NumberToken number;
     const char* last = readPlainDecimal(first, end, number);
     if (number && last < end && isSeparator(*last, State::scan)) {
@@ -464,7 +460,7 @@ Token Parser::stepLiteralName() {
 }
 
 Token Parser::textToken(std::string_view text) const {
-  if (mayBeginNumber[static_cast<uint8_t>(text[0])]) {
+  if (mayBeginNumber(text[0])) {
     if (const NumberToken number = readNumber(text)) {
       return numberToken(number);
     }
@@ -477,7 +473,7 @@ Token Parser::nameToken(std::string_view text) const {
 }
 
 Token Parser::literalName(std::string_view text) const {
-  auto* name = new NameObject(memory.symbols.symbolOf(text));
+  auto* name = new NameObject(memory.symbols.existingOrOwn(text));
   name->executable = false;
   return Token::ofObject(name);
 }

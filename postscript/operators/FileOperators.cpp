@@ -127,12 +127,12 @@ void ReadlineOperator::execute(Interpreter& ps) {
 
 void FilterOperator::execute(Interpreter& ps) {
   const auto filter = popAs<NameObject>(ps, "filter operator");
-  if (filter->name == "SubFileDecode") {
+  if (filter->name() == "SubFileDecode") {
     checkEodOperands(ps);
   }
   const Held<> source = popObject(ps);
   if (source->type == TypeTag::string || source->type == TypeTag::file) {
-    push<FileObject>(ps, *ps.memory.current, source.get(), filter->name);
+    push<FileObject>(ps, *ps.memory.current, source.get(), std::string(filter->name()));
   } else if (auto* procedure = as<ArrayObject>(source.get())) {
     // The procedure runs first; then this operator, with the name and what the procedure left.
     ps.operandStack.pushChecked(filter.get());

@@ -43,7 +43,8 @@ void checkDivisor(int32_t divisor, int32_t line) {
 
 }  // namespace
 
-void MathOperator::calc(Interpreter& ps) {
+template <class Operator>
+void MathOperator::calc(Operator& self, Interpreter& ps) {
   NumberOperand a;
   NumberOperand b;
   if (!twoNumbers(ps, a, b)) {
@@ -51,13 +52,13 @@ void MathOperator::calc(Interpreter& ps) {
   }
   ps.operandStack.drop(2);
   if (a.isReal || b.isReal) {
-    realA = a.real;
-    realB = b.real;
-    calcReal(ps);
+    self.realA = a.real;
+    self.realB = b.real;
+    self.calcReal(ps);
   } else {
-    intA = a.integer;
-    intB = b.integer;
-    calcInteger(ps);
+    self.intA = a.integer;
+    self.intB = b.integer;
+    self.calcInteger(ps);
   }
 }
 
@@ -76,38 +77,54 @@ void TrigOperator::calc(Interpreter& ps) {
   pushReal(ps, valueAt(popNumber(ps)));
 }
 
-void AddOperator::calcReal(Interpreter& ps) {
+void AddOperator::execute(Interpreter& ps) {
+  calc(*this, ps);
+}
+void AddOperator::calcReal(Interpreter& ps) const {
   pushReal(ps, realA + realB);
 }
-void AddOperator::calcInteger(Interpreter& ps) {
+void AddOperator::calcInteger(Interpreter& ps) const {
   pushInteger(ps, wrappingAdd(intA, intB));
 }
 
-void SubOperator::calcReal(Interpreter& ps) {
+void SubOperator::execute(Interpreter& ps) {
+  calc(*this, ps);
+}
+void SubOperator::calcReal(Interpreter& ps) const {
   pushReal(ps, realA - realB);
 }
-void SubOperator::calcInteger(Interpreter& ps) {
+void SubOperator::calcInteger(Interpreter& ps) const {
   pushInteger(ps, wrappingSubtract(intA, intB));
 }
 
-void MulOperator::calcReal(Interpreter& ps) {
+void MulOperator::execute(Interpreter& ps) {
+  calc(*this, ps);
+}
+void MulOperator::calcReal(Interpreter& ps) const {
   pushReal(ps, realA * realB);
 }
-void MulOperator::calcInteger(Interpreter& ps) {
+void MulOperator::calcInteger(Interpreter& ps) const {
   pushInteger(ps, wrappingMultiply(intA, intB));
 }
 
-void DivOperator::calcReal(Interpreter& ps) {
+void DivOperator::execute(Interpreter& ps) {
+  calc(*this, ps);
+}
+void DivOperator::calcReal(Interpreter& ps) const {
   pushReal(ps, realA / realB);
 }
-void DivOperator::calcInteger(Interpreter& ps) {
+void DivOperator::calcInteger(Interpreter& ps) const {
   pushReal(ps, static_cast<double>(intA) / intB);
 }
 
-void IdivOperator::calcReal(Interpreter& ps) {
+void IdivOperator::execute(Interpreter& ps) {
+  calc(*this, ps);
+}
+void IdivOperator::calcReal(Interpreter& ps) const {
   pushInteger(ps, toInt32(realA / realB));
 }
-void IdivOperator::calcInteger(Interpreter& ps) {
+// The least integer has no negative: divided by -1 it wraps, where the processor would trap.
+void IdivOperator::calcInteger(Interpreter& ps) const {
   checkDivisor(intB, 190);
   pushInteger(ps, intB == -1 ? negative(intA) : intA / intB);
 }
@@ -147,6 +164,7 @@ void FloorOperator::execute(Interpreter& ps) {
             [](double value) { return std::floor(value); });
 }
 
+// By way of an integer: beyond 32 bits every real comes out as the least one.
 void RoundOperator::execute(Interpreter& ps) {
   calcUnary(ps, 369, "Unsupported number type in round", same, [](double value) {
     return static_cast<double>(toInt32(value > 0.0 ? value + 0.5 : value - 0.5));
@@ -165,6 +183,7 @@ double CosOperator::valueAt(double degrees) {
   return std::cos(degrees * pi / 180.0);
 }
 
+// The deeper one is read first: when both are bad, its failure is the one that shows.
 void AtanOperator::execute(Interpreter& ps) {
   const Held<> den = popObject(ps);
   const Held<> num = popObject(ps);

@@ -9,14 +9,11 @@ namespace postscript {
 // The binary operators: two integers, or reals as soon as one operand is real. The operands stand
 // in the operator for the length of a call, the deeper one in A.
 class MathOperator {
- public:
-  void calc(Interpreter& ps);
-
  protected:
   ~MathOperator() = default;
-  virtual void calcReal(Interpreter& ps) = 0;
-  virtual void calcInteger(Interpreter& ps) = 0;
-
+  // Fills in the operands and calls calcReal or calcInteger of the operator.
+  template <class Operator>
+  static void calc(Operator& self, Interpreter& ps);
   [[noreturn]] static void failCalc(Interpreter& ps);
 
   double realA = 0;
@@ -39,11 +36,12 @@ class TrigOperator {
   class Class : public NameObject, public MathOperator { \
    public:                                               \
     Class() : NameObject(text) {}                        \
-    void execute(Interpreter& ps) override { calc(ps); } \
+    void execute(Interpreter& ps) override;              \
                                                          \
-   protected:                                            \
-    void calcReal(Interpreter& ps) override;             \
-    void calcInteger(Interpreter& ps) override;          \
+   private:                                              \
+    friend class MathOperator;                           \
+    void calcReal(Interpreter& ps) const;                \
+    void calcInteger(Interpreter& ps) const;             \
   }
 
 #define POSTSCRIPT_TRIG_OPERATOR(Class, text)            \

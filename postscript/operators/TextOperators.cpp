@@ -14,7 +14,7 @@ int32_t lengthOf(const PostscriptObject& object) {
     return static_cast<int32_t>(string->view().size());
   }
   if (const auto* name = as<NameObject>(&object)) {
-    return static_cast<int32_t>(name->name.size());
+    return static_cast<int32_t>(name->name().size());
   }
   if (const auto* array = as<ArrayObject>(&object)) {
     return array->items().size();

@@ -166,11 +166,11 @@ void SetcolorspaceOperator::execute(Interpreter& ps) {
     return;
   }
   ColorMode& colorSpace = converter->topState().colorSpace;
-  if (space->name == "DeviceRGB") {
+  if (space->name() == "DeviceRGB") {
     colorSpace = ColorMode::rgb;
-  } else if (space->name == "DeviceGray") {
+  } else if (space->name() == "DeviceGray") {
     colorSpace = ColorMode::gray;
-  } else if (space->name == "DeviceCMYK") {
+  } else if (space->name() == "DeviceCMYK") {
     colorSpace = ColorMode::cmyk;
   }
 }

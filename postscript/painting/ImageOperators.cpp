@@ -111,6 +111,15 @@ void Imager::reset() {
   }
 }
 
+// An image that came to no end never gives its source's count back. That shows in what the read
+// operators do with a string, if anybody else has it.
+void Imager::startAfresh(Interpreter& ps) {
+  if (dataSource && dataSource->type == TypeTag::string && dataSource->refCount > 1) {
+    ps.memory.keepCount(*dataSource);
+  }
+  reset();
+}
+
 void Imager::popSize(Interpreter& ps) {
   bitsPerComponent = popIntegerObject(ps)->value;
   height = popIntegerObject(ps)->value;
@@ -255,7 +264,7 @@ void ImageOperator::execute(Interpreter& ps) {
   if (awaitingData) {
     return receiveData(ps);
   }
-  reset();
+  startAfresh(ps);
   const Held<> operand = popObject(ps);
   if (const auto* image = as<DictionaryObject>(operand.get())) {
     return beginFromDictionary(ps, *image);
@@ -300,7 +309,7 @@ void ColorimageOperator::execute(Interpreter& ps) {
   if (awaitingData) {
     return receiveData(ps);
   }
-  reset();
+  startAfresh(ps);
   components = popIntegerObject(ps)->value;
   if (popBooleanObject(ps)->value) {
     sourceCount = components;

@@ -23,7 +23,8 @@ class Imager {
   Imager& operator=(const Imager&) = delete;
   ~Imager() { reset(); }
 
-  void reset();
+  // Before the operands of a new image are popped.
+  void startAfresh(Interpreter& ps);
   void popSize(Interpreter& ps);
   // Takes the source (and the matrix, which is never read) and asks for the first piece.
   void begin(Interpreter& ps, PostscriptObject* source, PostscriptObject* matrix);
@@ -39,6 +40,7 @@ class Imager {
   int32_t components = 0;
 
  private:
+  void reset();
   void startFetch(Interpreter& ps);
   void takeString(Interpreter& ps);
   // From three sources, one byte of each in turn.

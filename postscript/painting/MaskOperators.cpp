@@ -9,7 +9,7 @@ namespace {
 // The samples: the value of a name, the first element of a procedure, or the string itself.
 const StringObject* samplesOf(Interpreter& ps, PostscriptObject* source) {
   if (const auto* name = as<NameObject>(source)) {
-    return as<StringObject>(ps.dictionaries.lookup(name->name));
+    return as<StringObject>(ps.dictionaries.lookup(name->name()));
   }
   if (const auto* array = as<ArrayObject>(source)) {
     return as<StringObject>(array->items().at(0));

@@ -19,11 +19,11 @@ struct PdfObjectGeneration {
 StoredPdfObject::StoredPdfObject(std::string resourceName, PdfObjectContents contents)
     : PdfObject(),
       dictionaryText_(std::move(contents.dictionary)),
-      dataBytes_(std::move(contents.data)),
+      dataBytes_(std::move(contents.data).value_or(std::string())),
       nameText_(std::move(resourceName)) {
   dictionary = dictionaryText_.data();
   compress = contents.compress;
-  if (!dataBytes_.empty()) {
+  if (contents.data) {
     data = reinterpret_cast<unsigned char*>(dataBytes_.data());
     dataLength = dataBytes_.size();
   }
@@ -43,7 +43,7 @@ PdfObjectList::Place PdfObjectList::addPdfObject(std::string_view prefix,
 
 std::string PdfObjectList::nameImage(std::string_view prefix, PdfObjectContents image) {
   const std::lock_guard lock(mutex_);
-  size_t index = current_ ? current_->images.find(image.data) : PrefixTree::none;
+  size_t index = current_ ? current_->images.find(*image.data) : PrefixTree::none;
   if (index == PrefixTree::none) {
     index = add(prefix, std::move(image));
     // The record comes first: its number is taken even if there is no memory to find it by.

@@ -10,6 +10,7 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,7 +24,7 @@ namespace postscript {
 struct PdfObjectContents {
   uint32_t kind;
   std::string dictionary;
-  std::string data;  // empty: none yet
+  std::optional<std::string> data;  // none: to be completed
   int32_t compress = 1;
   void* source = nullptr;  // an address to compare, never to follow
 };

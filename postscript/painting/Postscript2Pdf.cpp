@@ -1,11 +1,10 @@
 // A call clears the text, runs the bytes and returns what the operators have written. Nothing is
-// thrown past convert and convertOn: a failure becomes `errorText`.
+// thrown past convert and convertOn: a failure becomes `errorText` (see succeeds).
 #include "postscript/painting/Postscript2Pdf.h"
 
 #include <cstring>
 #include <exception>
 #include <limits>
-#include <new>
 
 #include "postscript/engine/Interpreter.h"
 #include "postscript/values/Ex.h"
@@ -42,22 +41,28 @@ void Postscript2Pdf::startPage(const float* matrix) {
 
 const char* Postscript2Pdf::convert(const char* bytes, int32_t* length) noexcept {
   contentText.clear();
-  if (!convertOn({bytes, *length < 0 ? std::strlen(bytes) : static_cast<size_t>(*length)})) {
+  std::string_view text;
+  const auto work = [&] {
+    run({bytes, *length < 0 ? std::strlen(bytes) : static_cast<size_t>(*length)});
+    // Clips are put in now, and there may be no memory for that.
+    text = contentText.text();
+  };
+  if (!succeeds(work)) {
     return nullptr;
   }
-  try {
-    const std::string_view text = contentText.text();
-    *length = static_cast<int32_t>(text.size());
-    return text.data();
-  } catch (const std::bad_alloc&) {
-    return nullptr;
-  }
+  *length = static_cast<int32_t>(text.size());
+  return text.data();
 }
 
 bool Postscript2Pdf::convertOn(std::string_view piece) noexcept {
+  return succeeds([this, piece] { run(piece); });
+}
+
+template <class Work>
+bool Postscript2Pdf::succeeds(const Work& work) noexcept {
   try {
     try {
-      run(piece);
+      work();
       return true;
     } catch (Ex& ex) {
       const std::string_view report = ex.report();
@@ -107,6 +112,7 @@ void Postscript2Pdf::popGraphicsState() {
   }
 }
 
+// The pop of the last state puts a fresh one in its place, with the page's matrix.
 void Postscript2Pdf::resetGraphicsStates() {
   if (graphicsStates.empty()) {
     return pushDefaultGraphicsState();

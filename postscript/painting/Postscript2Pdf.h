@@ -75,6 +75,9 @@ class Postscript2Pdf {
   ArcPieces arcPieces;
 
  private:
+  // Whether the work was done; if not, the failure is told.
+  template <class Work>
+  bool succeeds(const Work& work) noexcept;
   void run(std::string_view piece);
   void reportFailure(std::string_view words) const;
 

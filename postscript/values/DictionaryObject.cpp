@@ -19,7 +19,7 @@ constexpr size_t bytesOfEntry = 256;
 
 KeyText::KeyText(const PostscriptObject& key) {
   if (const auto* name = as<NameObject>(&key)) {
-    view_ = name->name;
+    view_ = name->name();
   } else if (const auto* string = as<StringObject>(&key)) {
     view_ = string->textToNul();
   } else {
@@ -28,12 +28,9 @@ KeyText::KeyText(const PostscriptObject& key) {
   }
 }
 
-Symbol& keySymbol(SymbolTable& symbols, const PostscriptObject& key) {
-  const auto* name = as<NameObject>(&key);
-  if (name && name->symbol().table() == &symbols) {
-    return name->symbol();
-  }
-  return symbols.symbolOf(KeyText(key));
+Symbol& keySymbol(SymbolTable& symbols, PostscriptObject& key) {
+  auto* name = as<NameObject>(&key);
+  return name ? name->keyIn(symbols) : symbols.symbolOf(KeyText(key));
 }
 
 DictionaryData::~DictionaryData() {

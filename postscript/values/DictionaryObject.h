@@ -29,7 +29,7 @@ class KeyText {
 };
 
 // The symbol of the same text.
-Symbol& keySymbol(SymbolTable& symbols, const PostscriptObject& key);
+Symbol& keySymbol(SymbolTable& symbols, PostscriptObject& key);
 
 // One key with its value. An entry keeps its address for as long as its key stays.
 class DictionaryEntry : public objectPool::Pooled {

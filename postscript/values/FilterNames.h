@@ -19,7 +19,11 @@ class FilterNames {
   FilterNames(FilterNames&&) = default;
   FilterNames& operator=(const FilterNames&) = default;
   FilterNames& operator=(FilterNames&&) = default;
-  ~FilterNames();
+  ~FilterNames() {
+    if (first_) {
+      endChain();
+    }
+  }
 
   bool empty() const { return !first_; }
   // Calls the function with each name in turn.
@@ -28,6 +32,7 @@ class FilterNames {
 
  private:
   struct Link;
+  void endChain();
 
   std::shared_ptr<Link> first_;
 };

@@ -14,24 +14,26 @@ class NameObject : public PostscriptObject {
  public:
   static constexpr TypeTag tag = TypeTag::name;
 
-  explicit NameObject(std::string_view theName) : NameObject(*new Symbol(theName)) {}
+  explicit NameObject(std::string_view theName) : NameObject(Symbol::make(theName)) {}
   explicit NameObject(Symbol& symbol);
   ~NameObject() override;
 
   // Places what the name stands for on the execution stack.
   void execute(Interpreter& ps) override;
   std::string describe() const override;
-  std::string syntaxText() const override { return name; }
-  std::string valueText() const override { return name; }
+  std::string syntaxText() const override { return std::string(name()); }
+  std::string valueText() const override { return std::string(name()); }
   // A plain, executable name, also of a literal name and of an operator.
-  PostscriptObject* clone() const override { return new NameObject(symbol_); }
+  PostscriptObject* clone() const override { return new NameObject(*symbol_); }
 
-  Symbol& symbol() const { return symbol_; }
-
-  const std::string& name;
+  std::string_view name() const { return symbol_->text(); }
+  // Of the text: one of an interpreter's table unless the name has been no key so far.
+  Symbol& symbol() const { return *symbol_; }
+  // The table's symbol, which becomes the name's own, so that the table is asked once.
+  Symbol& keyIn(SymbolTable& symbols);
 
  private:
-  Symbol& symbol_;
+  Symbol* symbol_;
 };
 
 // The class of an operator without state: Class, and its name as programs write it. The line that

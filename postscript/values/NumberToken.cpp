@@ -108,11 +108,6 @@ NumberToken wholeDecimal(std::string_view token) {
   return readPlainDecimal(token.data(), end, number) == end ? number : NumberToken();
 }
 
-// Whether a number can begin so; the long way begins with a look at most of a name's bytes.
-bool canBegin(char c) {
-  return detail::isDigit(c) || c == '-' || c == '+' || c == '.' || c == 'e' || c == 'E';
-}
-
 }  // namespace
 
 std::optional<int32_t> readInteger(std::string_view token) {
@@ -154,7 +149,7 @@ std::optional<double> readReal(std::string_view token) {
 }
 
 NumberToken readNumber(std::string_view token) {
-  if (!token.empty() && !canBegin(token[0])) {
+  if (!token.empty() && !mayBeginNumber(token[0])) {
     return {};
   }
   if (const NumberToken number = wholeDecimal(token)) {

@@ -43,6 +43,11 @@ constexpr int32_t saturated(int64_t value) {
 
 }  // namespace detail
 
+// Whether a number can begin so. Most names are told apart by it before anything else is tried.
+constexpr bool mayBeginNumber(char c) {
+  return detail::isDigit(c) || c == '-' || c == '+' || c == '.' || c == 'e' || c == 'E';
+}
+
 // Reads as far as a text has the form of nearly all numbers: a sign, digits, a point, with at most
 // 15 digits in all. Returns the place after it, and the number, none when the form is not met.
 //

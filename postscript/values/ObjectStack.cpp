@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "postscript/values/Ex.h"
-#include "postscript/values/IntegerObject.h"
 #include "postscript/values/RealObject.h"
 #include "postscript/values/SimpleObjects.h"
 
@@ -120,15 +119,12 @@ void ObjectStack::clear() {
   }
 }
 
-bool ObjectStack::numberOfObject(const PostscriptObject* object, NumberOperand& number) {
-  if (const auto* integer = as<IntegerObject>(object)) {
-    number = NumberOperand::ofInteger(integer->value);
-  } else if (const auto* real = as<RealObject>(object)) {
+bool ObjectStack::realOfObject(const PostscriptObject* object, NumberOperand& number) {
+  const auto* real = as<RealObject>(object);
+  if (real) {
     number = NumberOperand::ofReal(real->value);
-  } else {
-    return false;
   }
-  return true;
+  return real;
 }
 
 TypeTag ObjectStack::typeFromTop(int32_t depth) const {

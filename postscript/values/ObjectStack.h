@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "postscript/values/Budget.h"
+#include "postscript/values/IntegerObject.h"
 #include "postscript/values/PostscriptObject.h"
 
 namespace postscript {
@@ -145,7 +146,11 @@ class ObjectStack {
       case StackItem::Kind::object:
         break;
     }
-    return numberOfObject(item.object, number);
+    if (const auto* integer = as<IntegerObject>(item.object)) {
+      number = NumberOperand::ofInteger(integer->value);
+      return true;
+    }
+    return realOfObject(item.object, number);
   }
   TypeTag typeFromTop(int32_t depth) const;
   // Pushes a clone of the item: the same as cloning its object.
@@ -189,7 +194,7 @@ class ObjectStack {
   // The object of a plain value, which takes its place.
   PostscriptObject* makeObject(size_t index) const;
   [[noreturn]] static void failOnNull();
-  static bool numberOfObject(const PostscriptObject* object, NumberOperand& number);
+  static bool realOfObject(const PostscriptObject* object, NumberOperand& number);
   void makeRoom() {
     if (items_.size() == items_.capacity()) [[unlikely]] {
       growTo(items_.size() * 2 + 8);

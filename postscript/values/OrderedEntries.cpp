@@ -11,7 +11,7 @@ namespace {
 constexpr size_t blockLimit = 512;
 
 bool isBefore(const DictionaryEntry* a, const DictionaryEntry* b) {
-  return a->symbol.text < b->symbol.text;
+  return a->symbol.text() < b->symbol.text();
 }
 
 }  // namespace

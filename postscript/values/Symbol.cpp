@@ -3,12 +3,13 @@
 #include "postscript/values/Symbol.h"
 
 #include <cstring>
+#include <new>
 
 namespace postscript {
 
 namespace {
 
-constexpr size_t initialSlots = 8192;
+constexpr size_t initialSlots = 2048;
 
 // Eight bytes at a time; the multiplications spread each byte over the upper half.
 uint32_t hashOf(std::string_view text) {
@@ -32,12 +33,25 @@ uint32_t hashOf(std::string_view text) {
 
 }  // namespace
 
+Symbol& Symbol::make(std::string_view text, uint32_t hash, const SymbolTable* table) {
+  void* block = objectPool::allocate(sizeof(Symbol) + text.size());
+  auto* symbol = new (block) Symbol(static_cast<uint32_t>(text.size()), hash, table);
+  text.copy(reinterpret_cast<char*>(symbol + 1), text.size());
+  return *symbol;
+}
+
+void Symbol::end() {
+  const size_t blockSize = sizeof(Symbol) + size_;
+  this->~Symbol();
+  objectPool::free(this, blockSize);
+}
+
 SymbolTable::SymbolTable() : slots_(initialSlots) {}
 
 SymbolTable::~SymbolTable() {
   for (const auto& [symbol, hash] : slots_) {
     if (symbol && symbol->uses_ == 0) {
-      delete symbol;
+      symbol->end();
     } else if (symbol) {
       symbol->table_ = nullptr;
     }
@@ -47,7 +61,8 @@ SymbolTable::~SymbolTable() {
 size_t SymbolTable::slotOf(std::string_view text, uint32_t hash) const {
   const size_t mask = slots_.size() - 1;
   size_t slot = hash & mask;
-  while (slots_[slot].symbol && (slots_[slot].hash != hash || slots_[slot].symbol->text != text)) {
+  while (slots_[slot].symbol &&
+         (slots_[slot].hash != hash || slots_[slot].symbol->text() != text)) {
     slot = (slot + 1) & mask;
   }
   return slot;
@@ -65,10 +80,15 @@ Symbol& SymbolTable::symbolOf(std::string_view text) {
       makeRoom();
       slot = slotOf(text, hash);
     }
-    slots_[slot] = {new Symbol(text, hash, this), hash};
+    slots_[slot] = {&Symbol::make(text, hash, this), hash};
     ++count_;
   }
   return *slots_[slot].symbol;
+}
+
+Symbol& SymbolTable::existingOrOwn(std::string_view text) {
+  Symbol* symbol = find(text);
+  return symbol ? *symbol : Symbol::make(text);
 }
 
 void SymbolTable::makeRoom() {
@@ -84,9 +104,9 @@ void SymbolTable::makeRoom() {
       continue;
     }
     if (symbol->uses_ == 0) {
-      delete symbol;
+      symbol->end();
     } else {
-      slots_[slotOf(symbol->text, hash)] = {symbol, hash};
+      slots_[slotOf(symbol->text(), hash)] = {symbol, hash};
     }
   }
 }

@@ -2,11 +2,13 @@
 // one symbol for each text, so that two names are equal exactly when their symbols are the same
 // one, and a look-up compares pointers. A symbol also remembers what the last look-up of its text
 // found (see DictionaryStack); the text alone is all that programs can see of it.
+//
+// A symbol can also stand outside of the table, for a name whose text is no key of anything yet.
+// Most literal names of a page are such: they are read, and dropped unused.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -17,10 +19,11 @@ namespace postscript {
 class DictionaryEntry;
 class SymbolTable;
 
-class Symbol : public objectPool::Pooled {
+// The text lies behind the symbol, in the same block of memory.
+class Symbol {
  public:
-  // A symbol outside of any table, for names that are made without an interpreter at hand.
-  explicit Symbol(std::string_view theText) : text(theText) {}
+  // Outside of any table, and without a use. It ends with its last.
+  static Symbol& make(std::string_view text) { return make(text, 0, nullptr); }
   Symbol(const Symbol&) = delete;
   Symbol& operator=(const Symbol&) = delete;
 
@@ -29,13 +32,13 @@ class Symbol : public objectPool::Pooled {
   void take() { ++uses_; }
   void giveBack() {
     if (--uses_ == 0 && !table_) {
-      delete this;
+      end();
     }
   }
   // The table that keeps it, null for none.
   const SymbolTable* table() const { return table_; }
 
-  const std::string text;
+  std::string_view text() const { return {reinterpret_cast<const char*>(this + 1), size_}; }
 
   // What DictionaryStack found under this text, at which place of the stack, and when; 0 for never.
   DictionaryEntry* found = nullptr;
@@ -45,12 +48,15 @@ class Symbol : public objectPool::Pooled {
  private:
   friend class SymbolTable;
   friend class DictionaryData;
-  Symbol(std::string_view theText, uint32_t hash, const SymbolTable* table)
-      : text(theText), hash_(hash), table_(table) {}
+  Symbol(uint32_t size, uint32_t hash, const SymbolTable* table)
+      : size_(size), hash_(hash), table_(table) {}
+  static Symbol& make(std::string_view text, uint32_t hash, const SymbolTable* table);
+  void end();
 
-  uint32_t hash_ = 0;
+  const uint32_t size_;
+  const uint32_t hash_;
   int32_t uses_ = 0;
-  const SymbolTable* table_ = nullptr;
+  const SymbolTable* table_;
 };
 
 class SymbolTable {
@@ -62,6 +68,8 @@ class SymbolTable {
 
   // The one symbol of a text. Whoever keeps the pointer takes a use before the next call.
   Symbol& symbolOf(std::string_view text);
+  // The same if there is one already; else a symbol outside of the table.
+  Symbol& existingOrOwn(std::string_view text);
   // Null when no symbol has the text.
   Symbol* find(std::string_view text) const;
 

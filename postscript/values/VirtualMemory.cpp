@@ -47,13 +47,19 @@ void VirtualMemoryObject::unlink(CompositeData& body) {
 }
 
 void VirtualMemoryObject::lastHandleGone(CompositeData& body) {
-  if (ending_ || !mayGo(body)) {
+  if (ending_) {
     return;
   }
-  try {
-    keepCountsOfStrings(body);
-  } catch (const std::bad_alloc&) {
-    return;  // without memory for the counts the body stays until its space goes
+  const Elements elements = examine(body);
+  if (!elements.endSilently) {
+    return;
+  }
+  if (elements.haveSharedStrings) {
+    try {
+      keepCountsOfStrings(body);
+    } catch (const std::bad_alloc&) {
+      return;  // without memory for the counts the body stays until its space goes
+    }
   }
   unlink(body);
   body.next_ = unused_;
@@ -63,18 +69,22 @@ void VirtualMemoryObject::lastHandleGone(CompositeData& body) {
   }
 }
 
-bool VirtualMemoryObject::mayGo(const CompositeData& body) const {
-  bool silent = true;
-  body.forEachElement([&silent](const PostscriptObject& element) {
-    silent = silent && (element.refCount > 1 || endIsSilent(element));
+static bool isSharedString(const PostscriptObject& element) {
+  return element.type == TypeTag::string && (element.refCount > 1 || element.holders > 0);
+}
+
+VirtualMemoryObject::Elements VirtualMemoryObject::examine(const CompositeData& body) {
+  Elements elements;
+  body.forEachElement([&elements](const PostscriptObject& element) {
+    elements.endSilently &= element.refCount > 1 || endIsSilent(element);
+    elements.haveSharedStrings |= isSharedString(element);
   });
-  return silent;
+  return elements;
 }
 
 void VirtualMemoryObject::keepCountsOfStrings(const CompositeData& body) {
   body.forEachElement([this](PostscriptObject& element) {
-    const bool held = element.refCount > 1 || element.holders > 0;
-    if (element.type == TypeTag::string && held) {
+    if (isSharedString(element)) {
       set_->keepCount(element);
     }
   });

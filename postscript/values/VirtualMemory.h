@@ -44,7 +44,12 @@ class VirtualMemoryObject : public PostscriptObject {
  private:
   VirtualMemoryObject(const VirtualMemoryObject& source)
       : PostscriptObject(tag), name_(source.name_), copies_(source.copies_ + 1) {}
-  bool mayGo(const CompositeData& body) const;
+  // Whether nothing can tell that the body ends; and whether it holds strings that others hold too.
+  struct Elements {
+    bool endSilently = true;
+    bool haveSharedStrings = false;
+  };
+  static Elements examine(const CompositeData& body);
   void keepCountsOfStrings(const CompositeData& body);
   void unlink(CompositeData& body);
   void endUnused();

@@ -22,7 +22,7 @@ class Layers : public testing::Test {
   std::map<std::string, PostscriptObject*> entries() const {
     std::map<std::string, PostscriptObject*> all;
     for (const DictionaryEntry* entry : dictionaries.systemDictionary->body().entries()) {
-      all.emplace(entry->symbol.text, entry->value);
+      all.emplace(entry->symbol.text(), entry->value);
     }
     return all;
   }
@@ -68,7 +68,7 @@ TEST_F(Layers, LeaveSixNamesToDataInTheEnd) {
   std::vector<std::string> data;
   for (const DictionaryEntry* entry : installed.systemDictionary->body().entries()) {
     if (entry->value->type != TypeTag::name) {
-      data.push_back(entry->symbol.text);
+      data.emplace_back(entry->symbol.text());
     }
   }
   EXPECT_THAT(data, ElementsAre("errordict", "globaldict", "languagelevel", "systemdict",

@@ -64,6 +64,8 @@ TEST(PdfObjectList, HandsOutAFinishedPatternInItsPlace) {
   EXPECT_EQ(first.name, "/PA1");
   const PdfObject* open = handedOut(list, early)[0];
   list.nameImage("/PSI", image("abc"));
+  const PdfObjectList::Place empty = list.addPdfObject("/PA", pattern());
+  list.complete(empty, "");
   list.complete(first, "Q\n");
   EXPECT_EQ(open->data, nullptr);
   for (HandedOutPdfObjects* to : {&early, &late}) {
@@ -72,6 +74,7 @@ TEST(PdfObjectList, HandsOutAFinishedPatternInItsPlace) {
     EXPECT_STREQ(finished->dictionary, "/Type /Pattern");
     EXPECT_EQ(finished->dataLength, 2U);
     EXPECT_STREQ(handedOut(list, *to)[1]->name, "/PSI2");
+    EXPECT_STREQ(reinterpret_cast<const char*>(handedOut(list, *to)[2]->data), "");
   }
 }
 

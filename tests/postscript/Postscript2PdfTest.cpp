@@ -101,6 +101,21 @@ TEST_F(Postscript2PdfTest, GivesBackWhatAnImageHeld) {
   EXPECT_EQ(dictionaries.lookup("m")->refCount, 2);
 }
 
+// Clips go into the text when the call has run, and the text may grow once more for them.
+TEST_F(Postscript2PdfTest, FailsWhereverTheMemoryEnds) {
+  convert("/k {0 0 moveto 1 1 lineto gsave 2000 {clip} repeat} def ");
+  Budget& budget = converter.interpreter->memory.budget;
+  std::string text = "failed";
+  for (size_t more = 0; text == "failed" && more < 1'000'000; more += 500) {
+    converter.errorText.clear();
+    converter.startPage(identity);
+    budget.setLimit(budget.used() + more);
+    text = convert("k ");
+    EXPECT_EQ(text == "failed", !converter.errorText.empty());
+  }
+  EXPECT_EQ(text.size(), std::string("0 0 m\n1 1 l\nq ").size() + 2000 * 4);
+}
+
 TEST_F(Postscript2PdfTest, NumbersObjectsFromOneAfterAClearing) {
   EXPECT_EQ(convert(image), "/PSI1 Do\n");
   convert(definePattern + "P matrix makepattern pop ");
