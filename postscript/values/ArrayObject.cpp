@@ -19,9 +19,7 @@ void appendSyntaxText(const ArrayObject& array, int depth, std::string& text) {
       throw Ex(sourceFile, 101, "array is nested too deep or too large to print");
     }
     const PostscriptObject* item = array.items().at(i);
-    if (!item) {
-      text += "-invalid null ob-";
-    } else if (const auto* inner = as<ArrayObject>(item)) {
+    if (const auto* inner = as<ArrayObject>(item)) {
       appendSyntaxText(*inner, depth + 1, text);
     } else {
       text += item->syntaxText();
