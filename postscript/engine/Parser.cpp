@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include "postscript/engine/ByteScan.h"
 #include "postscript/engine/DictionaryStack.h"
@@ -73,6 +74,9 @@ bool isOctal(char c) {
 
 }  // namespace
 
+Parser::Parser(VirtualMemorySet& theMemory, DictionaryStack& theDictionaries)
+    : tokenShare(&theMemory.budget), memory(theMemory), dictionaries(theDictionaries) {}
+
 void Parser::setRange(const char* bytes, size_t length) {
   begin = current = bytes;
   end = bytes + length;
@@ -133,18 +137,25 @@ bool Parser::readLine(std::string& line) {
     return false;
   }
   // Text that is left of a token whose end failed comes first.
-  checkStringSize(token.size() + static_cast<size_t>(last - current));
-  line = std::move(token);
+  expectToken(static_cast<size_t>(last - current));
+  line = std::exchange(token, {});
   line.append(current, last);
-  token.clear();
+  tokenShare.resize(0);
   current = last;
   return true;
+}
+
+void Parser::expectToken(size_t more) {
+  // What is added besides, a byte or two between one run of bytes and the next.
+  constexpr size_t single = 4;
+  checkStringSize(token.size() + more);
+  tokenShare.expectText(token, token.size() + more + single);
 }
 
 bool Parser::collect(State separators) {
   const char* last = endOfRun(current, end, separators);
   if (separators != State::comment) {
-    checkStringSize(token.size() + static_cast<size_t>(last - current));
+    expectToken(static_cast<size_t>(last - current));
     token.append(current, last);
   }
   current = last;
@@ -319,7 +330,7 @@ Token Parser::readInSteps() {
 Token Parser::stepScan() {
   if (!token.empty()) {
     const Token finished = textToken(token);
-    token.clear();
+    dropToken();
     return finished;
   }
   takeSeparator();
@@ -479,9 +490,10 @@ Token Parser::literalName(std::string_view text) const {
 }
 
 Token Parser::stringToken(std::string_view text, const char* filter) const {
+  memory.budget.expectRoom(text.size());
   auto string = std::make_unique<StringObject>(*memory.current, std::string(text));
   if (filter) {
-    string->filters() = FilterNames(filter, {});
+    string->filters() = FilterNames(memory.budget, filter, {});
   }
   return Token::ofObject(string.release());
 }
@@ -493,8 +505,18 @@ Token Parser::finishedString(size_t from, const char* filter) {
 }
 
 void Parser::backToScan() {
-  token.clear();
+  dropToken();
   state = State::scan;
+}
+
+// Room for tokens as they usually are stays.
+void Parser::dropToken() {
+  constexpr size_t usual = 4096;
+  token.clear();
+  if (token.capacity() > usual) {
+    token = {};
+    tokenShare.resize(0);
+  }
 }
 
 }  // namespace postscript

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "postscript/engine/Token.h"
+#include "postscript/values/Budget.h"
 #include "postscript/values/PostscriptObject.h"
 
 namespace postscript {
@@ -18,8 +19,7 @@ struct VirtualMemorySet;
 
 class Parser {
  public:
-  Parser(VirtualMemorySet& theMemory, DictionaryStack& theDictionaries)
-      : memory(theMemory), dictionaries(theDictionaries) {}
+  Parser(VirtualMemorySet& theMemory, DictionaryStack& theDictionaries);
 
   // The range to work on, which must stay valid while it is read.
   void setRange(const char* bytes, size_t length);
@@ -78,6 +78,9 @@ class Parser {
   Token literalName(std::string_view text) const;
   Token stringToken(std::string_view text, const char* filter) const;
   Token finishedString(size_t from, const char* filter);
+  // Before so many bytes are added to the token.
+  void expectToken(size_t more);
+  void dropToken();
   void takeSeparator() { ++current; }
   void backToScan();
 
@@ -85,6 +88,7 @@ class Parser {
   const char* begin = nullptr;
   const char* end = nullptr;
   std::string token;
+  BudgetShare tokenShare;
   char separator = 0;
   bool inEscape = false;
   std::string escape;

@@ -82,6 +82,7 @@ void putStringInterval(const StringObject& source, int32_t index, PostscriptObje
                          source.text());
 }
 
+// The interval stands on the stack before anything is looked at, and stays there on failure.
 void getArrayInterval(Interpreter& ps, const ArrayObject& source, int32_t index, int32_t count) {
   ArrayObject* interval = pushArray(ps);
   for (int32_t i = 0; i < count; ++i) {
@@ -98,9 +99,10 @@ void getStringInterval(Interpreter& ps, const StringObject& source, int32_t inde
   if (index < 0 || static_cast<size_t>(index) > source.view().size() || count < 0) {
     throw Ex(sourceFile, 366, "start or count out of range in getinterval");
   }
-  const std::string_view text = source.view();
-  interval->setText(
-      std::string(text.substr(static_cast<size_t>(index), static_cast<size_t>(count))));
+  const std::string_view text =
+      source.view().substr(static_cast<size_t>(index), static_cast<size_t>(count));
+  ps.memory.budget.expectRoom(text.size());
+  interval->setText(std::string(text));
 }
 
 }  // namespace
@@ -118,6 +120,7 @@ void CounttomarkOperator::execute(Interpreter& ps) {
   pushInteger(ps, ps.operandStack.countToMark());
 }
 
+// For an empty stack the pop of the stack itself is the failure, here and below.
 void PopOperator::execute(Interpreter& ps) {
   if (ps.operandStack.empty()) {
     ps.operandStack.pop();

@@ -55,6 +55,7 @@ void SetscreenOperator::execute(Interpreter& ps) {
   popSome(ps, 3);
 }
 
+// Frequency, angle and procedure of four colours.
 void SetcolorscreenOperator::execute(Interpreter& ps) {
   popSome(ps, 12);
 }
@@ -105,7 +106,7 @@ void ShowpageOperator::execute(Interpreter& ps) {
 
 void PrintOperator::execute(Interpreter& ps) {
   const auto string = popStringObject(ps);
-  ps.printShare.resize(ps.printBuffer.size() + string->text().size());
+  ps.printShare.expectText(ps.printBuffer, ps.printBuffer.size() + string->view().size());
   ps.printBuffer.append(string->textToNul());
 }
 
