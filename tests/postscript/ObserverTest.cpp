@@ -58,6 +58,7 @@ TEST(Observer, IsToldWhatAProgramLoses) {
       {"1 2 3 4 rectfill 0.5 truncate pop (a) show ", "rectfill truncate show "},
       {"countdictstack pop product pop 0 setgray ", ""},
       {"{} settransfer {1 exch sub} settransfer initclip ", "settransfer initclip "},
+      {"{} {} {} {} setcolortransfer {} {1} {} {} setcolortransfer ", "setcolortransfer "},
       {"(a) rectfill ", "failed@12 [ostscript/lib/ObjectStack:48] pop - expected item on stack"},
       {"1 setgray showpage 5 setlinewidth showpage ", "page@8 page@12 "},
       {"1 0 0 setrgbcolor 2 1 8 [2 0 0 -1 0 1] {(abcdef)} image ", "components "},
