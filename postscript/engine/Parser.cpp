@@ -255,7 +255,7 @@ Token Parser::readString() {
       --depth;
     } else if (*at == ')') {
       current = at + 1;
-      return stringToken({first, static_cast<size_t>(at - first)}, nullptr);
+      return stringToken({first, static_cast<size_t>(at - first)}, noFilter);
     } else {
       break;
     }
@@ -271,7 +271,7 @@ Token Parser::readAngleString() {
     return {};
   }
   current = last + 1;
-  return stringToken({first, static_cast<size_t>(current - first)}, "ASCIIHexDecode");
+  return stringToken({first, static_cast<size_t>(current - first)}, hexFilter);
 }
 
 Token Parser::readInSteps() {
@@ -353,7 +353,7 @@ Token Parser::stepLiteralString() {
   switch (separator) {
     case ')':
       if (parenDepth < 1) {
-        return finishedString(0, nullptr);
+        return finishedString(0, noFilter);
       }
       --parenDepth;
       token += ')';
@@ -423,10 +423,10 @@ Token Parser::stepAngleString() {
   takeSeparator();
   token += separator;
   if (!ascii85) {
-    return finishedString(0, "ASCIIHexDecode");
+    return finishedString(0, hexFilter);
   }
   if (closed) {
-    return finishedString(1, "ASCII85Decode");
+    return finishedString(1, ascii85Filter);
   }
   // This > is data: from here on only ~ ends the string.
   state = State::ascii85String;
@@ -436,7 +436,7 @@ Token Parser::stepAngleString() {
 Token Parser::stepAscii85String() {
   takeSeparator();
   token += separator;
-  return finishedString(1, "ASCII85Decode");
+  return finishedString(1, ascii85Filter);
 }
 
 Token Parser::stepLiteralName() {
@@ -478,16 +478,14 @@ Token Parser::literalName(std::string_view text) const {
   return Token::ofObject(name);
 }
 
-Token Parser::stringToken(std::string_view text, const char* filter) const {
+Token Parser::stringToken(std::string_view text, const FilterNames& filters) const {
   auto string = std::make_unique<StringObject>(*memory.current, std::string(text));
-  if (filter) {
-    string->filters() = FilterNames(filter, {});
-  }
+  string->filters() = filters;
   return Token::ofObject(string.release());
 }
 
-Token Parser::finishedString(size_t from, const char* filter) {
-  const Token finished = stringToken(std::string_view(token).substr(from), filter);
+Token Parser::finishedString(size_t from, const FilterNames& filters) {
+  const Token finished = stringToken(std::string_view(token).substr(from), filters);
   backToScan();
   return finished;
 }

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "postscript/engine/Token.h"
+#include "postscript/values/FilterNames.h"
 #include "postscript/values/PostscriptObject.h"
 
 namespace postscript {
@@ -76,8 +77,8 @@ class Parser {
   Token textToken(std::string_view text) const;
   Token nameToken(std::string_view text) const;
   Token literalName(std::string_view text) const;
-  Token stringToken(std::string_view text, const char* filter) const;
-  Token finishedString(size_t from, const char* filter);
+  Token stringToken(std::string_view text, const FilterNames& filters) const;
+  Token finishedString(size_t from, const FilterNames& filters);
   void takeSeparator() { ++current; }
   void backToScan();
 
@@ -90,6 +91,10 @@ class Parser {
   std::string escape;
   VirtualMemorySet& memory;
   DictionaryStack& dictionaries;
+  // What applies to each kind of string.
+  const FilterNames noFilter;
+  const FilterNames hexFilter{"ASCIIHexDecode", {}};
+  const FilterNames ascii85Filter{"ASCII85Decode", {}};
   State state = State::scan;
   int32_t parenDepth = 0;
 };
