@@ -22,6 +22,7 @@ bool isDigitsOnly(std::u16string_view text) {
 
 }  // namespace
 
+// A hive that cannot be had is a null key, and every call with that fails without a word.
 OwnedKey openProductKey(Platform& platform, uint32_t access) {
   const OwnedKey hive = getHKCU(platform, access);
   return platform.registry.createKey(hive.get(), std::u16string(productKey), access).key;
@@ -29,10 +30,12 @@ OwnedKey openProductKey(Platform& platform, uint32_t access) {
 
 CreatedKey openPrinterKey(Platform& platform, std::u16string_view name, uint32_t access) {
   std::u16string subkey = std::u16string(productKey) + withCommas(name);
+  // A longer path was always cut here: printers with such names keep the keys that they have.
   subkey.resize(std::min(subkey.size(), pathCapacity - 1));
   return platform.registry.createKey(getHKCU(platform, access).get(), subkey, access);
 }
 
+// An empty value passes for digits, and becomes the number 0.
 bool writeRegistryValue(Registry& registry, KeyHandle key, const std::u16string& name,
                         const std::u16string& value) {
   if (isDigitsOnly(value)) {
@@ -55,6 +58,7 @@ std::optional<std::vector<StringMap::Pair>> readConfigSection(Platform& platform
   return pairsOfSection(texts);
 }
 
+// The call reads leading digits: "1" and "1 ; note" say yes, "yes" says no.
 bool overridesUserSettings(Platform& platform) {
   const auto path = driverFile(platform, configFileName);
   return path && platform.profiles.readInt(*path, u"init", u"overrideUserSettings", 0) != 0;
@@ -64,6 +68,7 @@ std::vector<StringMap::Pair> pairsOfSection(std::u16string_view section) {
   std::vector<StringMap::Pair> pairs;
   while (true) {
     const size_t end = section.find(u'\0');
+    // Without its NUL a text was cut by the buffer, and its value may not be whole.
     if (end == 0 || end == std::u16string_view::npos) {
       return pairs;
     }

@@ -11,6 +11,7 @@
 namespace umpd {
 namespace {
 
+// A longer text cannot be read, which leaves its field as it is.
 constexpr size_t textRoom = 4000;  // bytes
 
 struct TextValue {
@@ -29,6 +30,7 @@ constexpr TextValue textValues[] = {
     {u"DocInfoModDate", &DocInfoValues::modDate},
 };
 
+// A key that cannot be opened answers like a value that cannot be read.
 RegistryValue readPrinterValue(PrinterSettings& settings, const std::u16string& name, size_t room) {
   const OwnedKey key = settings.openPrinterKey(keyRead);
   return key ? settings.platform.registry.readValue(key.get(), name, room) : RegistryValue();
@@ -55,6 +57,7 @@ std::u16string makeXmp(PrinterSettings& settings, std::u16string_view docName) {
     values.author.clear();
   }
   if (values.title.empty()) {
+    // Looked for from the second character on: a separator in front stays with the name.
     values.title = docName.substr(lastSeparator(docName, 1) + 1);
   }
   // The creator, the producer and the dates that the user has set go nowhere.

@@ -27,6 +27,7 @@ uint32_t DrvSplWritePrinter(JobRecords& records, const void* address, const void
   if (!job) {
     return 0;
   }
+  // Before the write, so that callers find the whole length there when it fails, too.
   written = length;
   if ((job->status & statusFailed) != 0) {
     traceMessage("DrvSplWritePrinter returning FALSE\n");
@@ -34,6 +35,7 @@ uint32_t DrvSplWritePrinter(JobRecords& records, const void* address, const void
   return job->writeUnlessFailed(static_cast<const std::byte*>(buffer), length) ? 1 : 0;
 }
 
+// Not by beginEnd: the record stays good for its close.
 bool DrvSplEndDoc(JobRecords& records, const void* address) {
   const JobPointer job =
       records.findForWork(address, statusInitialised, "DrvSplEndDoc - invalid parms");

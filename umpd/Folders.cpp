@@ -51,6 +51,7 @@ std::optional<std::u16string> getDriverDirectory(Platform& platform, size_t capa
   if (known.empty()) {
     known = queryDriverDirectory(platform);
   }
+  // A path that fills the capacity is given; those who append to it look at their room themselves.
   if (known.empty() || capacity < known.size()) {
     return std::nullopt;
   }

@@ -1,6 +1,6 @@
-// The two calls are the spooler library's own and are looked up in it. It stays loaded from the
-// step out to the step back; the address for the way back is known before the first step, so that
-// nothing can stand in the way later.
+// The two calls are the spooler library's own and are looked up in it, each when it is needed. The
+// library stays loaded from the step out to the step back. A look-up in a loaded library takes no
+// memory, so that a destructor may take the step back too.
 #include "umpd/Impersonation.h"
 
 #include "umpd/Report.h"
@@ -22,18 +22,18 @@ void Impersonation::revertToSpooler() {
     spoolerModule.reset();
     return;
   }
-  impersonate_ = platform_.modules.find(spoolerModule.get(), "ImpersonatePrinterClient");
   revertToken = platform_.spooler.revertToPrinterSelf(revert);
 }
 
 void Impersonation::returnToClient() {
   if (spoolerModule && revertToken != TokenHandle{}) {
-    if (impersonate_ != FunctionAddress{}) {
-      platform_.spooler.impersonatePrinterClient(impersonate_, revertToken);
+    const FunctionAddress impersonate =
+        platform_.modules.find(spoolerModule.get(), "ImpersonatePrinterClient");
+    if (impersonate != FunctionAddress{}) {
+      platform_.spooler.impersonatePrinterClient(impersonate, revertToken);
     }
   }
   revertToken = {};
-  impersonate_ = {};
   spoolerModule.reset();
 }
 

@@ -20,8 +20,6 @@ class Impersonation {
   Platform& platform_;
   OwnedModule spoolerModule;
   TokenHandle revertToken{};
-  // Looked up before the step out, so that the way back needs nothing.
-  FunctionAddress impersonate_{};
 };
 
 }  // namespace umpd

@@ -36,6 +36,7 @@ InterProcessComms<Record>::InterProcessComms(Platform& platform, std::u16string_
   eventName = base + u"_event";
 }
 
+// Only a side that listens has a wait to end. A sender leaves the receiver's event alone.
 template <class Record>
 InterProcessComms<Record>::~InterProcessComms() {
   if (stopped == 0) {
@@ -44,6 +45,7 @@ InterProcessComms<Record>::~InterProcessComms() {
   }
 }
 
+// The mutex is never waited for: that it exists is the answer, and it goes with its process.
 template <class Record>
 bool InterProcessComms<Record>::isReceiverReady() {
   return static_cast<bool>(platform_.objects.openMutex(mutexName));
@@ -88,6 +90,7 @@ bool InterProcessComms<Record>::sendMsg() {
     traceMessage("IPC sendMsg isReceiverReady failed\n");
     return false;
   }
+  // Made before the receiver is told of the message, as it may answer at once.
   const OwnedObject endEvent = createEndEvent();
   if (!endEvent) {
     reportLastError(platform_, u"IPC sendMsg create event failed", 0);
@@ -99,6 +102,7 @@ bool InterProcessComms<Record>::sendMsg() {
     reportLastError(platform_, u"IPC sendMsg setting event failed", 0);
     return false;
   }
+  // The receiver has the message by now, so that a wait that fails is no failure to send.
   if (platform_.objects.wait(endEvent.get(), timeout) == WaitAnswer::timedOut) {
     traceMessage("IPC sendMsg listen.block failed\n");
     return false;

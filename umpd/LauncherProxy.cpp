@@ -23,6 +23,7 @@ bool LauncherProxy::isLauncherRunning() {
 
 // By its full path: the current directory is the printing program's.
 bool LauncherProxy::startLauncher() {
+  // It may have come up since the caller looked.
   if (isLauncherRunning()) {
     return true;
   }

@@ -36,6 +36,8 @@ char16_t leadingHexNumber(std::u16string_view digits) {
 
 }  // namespace
 
+// 192 to 255 are the accented letters of Latin-1, and the signs of multiplication and division,
+// which came with them.
 bool isAllowedNameChar(char16_t c) {
   constexpr std::u16string_view punctuation = u",()[].$%`-@{}~!#&_^ ";
   return c == 0 || (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'Z') ||
@@ -53,6 +55,7 @@ std::u16string decodeNameEscapes(std::u16string_view text) {
       decoded += u' ';
     } else if (c == u'%' && i + 1 < text.size() && text[i + 1] != u'%') {
       const char16_t code = leadingHexNumber(text.substr(i + 1, codeLength));
+      // A NUL, which ends a path for the system, ends it here.
       if (code == 0) {
         break;
       }

@@ -17,6 +17,7 @@ NamedMutex::NamedMutex(Platform& platform, std::u16string name)
   if (handle_) {
     return;
   }
+  // Read before the debugger's calls, which may change the last error.
   const std::optional<std::u16string> reason =
       platform_.messages.errorText(platform_.messages.lastError());
   platform_.messages.narrowDebug("CreateMutex failed ");

@@ -9,6 +9,7 @@ OutFile::~OutFile() {
 }
 
 bool OutFile::open(const std::u16string& path, bool append) {
+  // A handle that is replaced could never be closed.
   close();
   handle =
       files_.openForWriting(path, append ? Disposition::openAlways : Disposition::createAlways);

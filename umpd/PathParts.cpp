@@ -8,8 +8,10 @@
 namespace umpd {
 namespace {
 
+// What the system's own splitting of paths has room for.
 constexpr size_t longestPart = 255;
 constexpr size_t driveLength = 2;
+// One more than the system takes: a path of just this length stays, and cannot be created.
 constexpr size_t longestUntouchedPath = 260;
 constexpr size_t longestShortenedPath = 259;
 

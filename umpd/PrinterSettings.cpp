@@ -80,6 +80,7 @@ void PrinterSettings::setPrinterName(std::u16string_view name) {
 
 // The name is stored above the printers' keys by the last printer whose key was made.
 void PrinterSettings::loadDefaultPrinterName() {
+  // What is there belongs to another printer.
   params.clear();
   printerName = defaultPrinterName;
   const OwnedKey key = openProductKey(platform, keyRead);
@@ -136,6 +137,7 @@ void PrinterSettings::writeDefaultSettings() {
   storeAsDefaultPrinter();
   setRegistryDword(u"NextAction", 3);
   setRegistryDword(u"SaveFilenameAction", 3);
+  // Asking for the folder makes it.
   setRegistryString(u"DefaultSaveDir", productDataFolder(platform));
   setRegistryString(u"LastDir", documentsFolder(platform));
   if (const auto command = viewerCommandLine(platform)) {
@@ -237,12 +239,12 @@ bool PrinterSettings::copyNameValuesToPrinterDriverConfigFile() {
   if (!folder) {
     return false;
   }
-  const OwnedFile file(platform.files, platform.files.openForWriting(
-                                           *folder + u'\\' + std::u16string(driverConfigFileName),
-                                           Disposition::createAlways));
-  if (file.get() == invalidFile) {
+  const std::u16string path = *folder + u'\\' + std::u16string(driverConfigFileName);
+  const FileHandle opened = platform.files.openForWriting(path, Disposition::createAlways);
+  if (opened == invalidFile) {
     return false;
   }
+  const OwnedFile file(platform.files, opened);
   uint32_t written = 0;
   return platform.files.write(file.get(), std::as_bytes(std::span(text)), written);
 }

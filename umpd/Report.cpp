@@ -10,6 +10,7 @@
 namespace umpd {
 
 void reportLastError(Platform& platform, const std::u16string& caption, uint32_t flags) {
+  // Read first: any other call may change the error.
   const std::u16string text = platform.messages.errorText(platform.messages.lastError())
                                   .value_or(u"Error string not found");
   traceMessage(u"Error: %s GetLastError: %s\n", caption, text);

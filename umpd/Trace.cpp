@@ -7,6 +7,7 @@
 
 namespace umpd {
 
+// By hand: a conversion call could change the last error that a trace is about to show.
 std::string traceText(std::u16string_view text) {
   std::string shown;
   for (const char16_t c : text) {
@@ -33,12 +34,14 @@ std::string TraceArgument::shownAs(char letter) const {
   }
   char digits[24] = {};
   const bool hexadecimal = letter == 'x';
+  // In hexadecimal a number shows its bits, a negative one too.
   const bool showsSign = isNegative_ && !hexadecimal;
   const uint64_t value = showsSign ? 0 - number_ : number_;
   std::to_chars(digits, digits + sizeof digits - 1, value, hexadecimal ? 16 : 10);
   return (showsSign ? "-" : "") + std::string(digits);
 }
 
+// Each argument finds its place: TraceFormat counted them when the call was compiled.
 std::string formatTrace(std::string_view format, std::span<const TraceArgument> arguments) {
   std::string text;
   for (const TraceArgument& argument : arguments) {

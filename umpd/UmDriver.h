@@ -67,7 +67,8 @@ class UmDriver {
 
   PrinterSettings settings;
   PrinterInfoReader infoReader;
-  uint32_t magic = magicWord;
+  // Atomic, as status is: a job's settings are read by other threads while its end empties it.
+  std::atomic<uint32_t> magic = magicWord;
   PrinterHandle printerHandle{};  // the caller's
   uint32_t jobId = 0;
   std::atomic<uint32_t> status = 0;

@@ -23,10 +23,12 @@ bool UmDriver2k::init(PrinterHandle handle, uint32_t job, const char16_t* docume
     showErrorBox(settings.platform, "umpd - Could not retrieve printer info");
     return false;
   }
+  // Not through setPrinterName: a name that begins with a backslash is no port's here.
   settings.printerName = *info->printerName;
   if (document) {
     docName = document;
   }
+  // Waited for before the settings are read, as it may change them.
   runSetupProgram(settings);
   settings.applyOverrideUserSettings();
   settings.loadSettings();

@@ -72,6 +72,8 @@ void writeName(std::byte* record, std::u16string_view name) {
   std::memcpy(record + nameOffset, field.data(), field.size() * sizeof(char16_t));
 }
 
+// The record's field holds 260 characters, the reader's 259 and a terminator: a name that fills the
+// first loses its end.
 std::u16string readName(const std::byte* record) {
   std::u16string field(nameCapacity, u'\0');
   std::memcpy(field.data(), record + nameOffset, nameCapacity * sizeof(char16_t));
@@ -89,6 +91,7 @@ bool queryDomainController(Platform& platform, std::byte* record) {
   if (call == FunctionAddress{} || release == FunctionAddress{}) {
     return false;
   }
+  // A call that fails has an answer too, the empty name.
   writeName(record, {});
   if (const auto name = platform.accounts.domainController(call, release)) {
     writeName(record, *name);
@@ -115,6 +118,7 @@ std::byte* domainControllerRecord(Platform& platform) {
     view = platform.objects.mapView(mapping.get(), recordSize);
   }
   if (!view) {
+    // Tried anew with the next question: what was in the way may be gone.
     mapping.reset();
   }
   return view.get();
@@ -189,6 +193,7 @@ std::optional<std::u16string> sidToText(Platform& platform, const Sid& sid, size
     return std::nullopt;
   }
   std::u16string text = u"S-1-";
+  // The systems' own authorities have 0 in the two top bytes, and the rest is one number.
   if (sid.authority[0] != 0 || sid.authority[1] != 0) {
     text += u"0x";
     for (const uint8_t each : sid.authority) {
@@ -213,6 +218,7 @@ std::u16string getDomainControllerName(Platform& platform) {
   if (!record) {
     return {};
   }
+  // After a wait the other process's answer is taken, and not asked for again if there is none.
   if (record[0] == stateWorking) {
     waitForOtherProcess(platform.clock, record);
   } else if (record[0] != stateReady) {

@@ -45,6 +45,7 @@ void appendProperty(std::u16string& packet, std::u16string_view before, std::u16
   packet += after;
 }
 
+// Not escaped: no date has a character that would need it.
 void appendDate(std::u16string& packet, std::u16string_view before, std::u16string_view date) {
   packet += before;
   packet += date;
@@ -74,6 +75,7 @@ void appendOffset(std::u16string& text, int32_t bias) {
 }  // namespace
 
 std::u16string buildXmpPacket(Clock& clock, const XmpProperties& properties) {
+  // Read once: the dates of one packet must not differ.
   std::u16string now;
   if (properties.modifyDate.empty() || properties.createDate.empty()) {
     now = formatXmpDate(clock, clock.now());

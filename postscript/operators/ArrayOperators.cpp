@@ -25,6 +25,7 @@ void EndProcedureOperator::execute(Interpreter& ps) {
   }
 }
 
+// The elements move over in one piece; without a mark the pop of the mark fails.
 void EndArrayOperator::execute(Interpreter& ps) {
   const Held<ArrayObject> array = ps.hold(new ArrayObject(*ps.memory.current, ArrayData::array));
   const int32_t size = ps.operandStack.size();
@@ -37,6 +38,7 @@ void EndArrayOperator::execute(Interpreter& ps) {
   ps.operandStack.pushChecked(array.get());
 }
 
+// A negative count makes an empty array.
 void ArrayOperator::execute(Interpreter& ps) {
   const auto count = popAs<IntegerObject>(ps, "array");
   if (count->value > limits::arrayElements) {

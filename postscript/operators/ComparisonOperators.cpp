@@ -20,6 +20,7 @@ int32_t compareReals(double a, double b) {
   return a > b ? 1 : 0;
 }
 
+// The difference wraps: of two integers far apart the lesser may come out as the greater.
 int32_t compareNumbers(const NumberOperand& a, const NumberOperand& b) {
   return a.isReal || b.isReal ? compareReals(a.real, b.real)
                               : wrappingSubtract(a.integer, b.integer);

@@ -31,6 +31,7 @@ int32_t integerOfText(std::string_view text) {
   throw Ex(sourceFile, 41, "Unable to convert in cvi");
 }
 
+// A real is tried first; what only an integer can be, such as 16#FF, becomes a real afterwards.
 double realOfText(std::string_view text) {
   if (const auto real = readReal(text)) {
     return *real;
@@ -82,6 +83,7 @@ void CvsOperator::execute(Interpreter& ps) {
   pushString(ps, text);
 }
 
+// The object itself is changed, and all that hold it see that.
 void CvxOperator::execute(Interpreter& ps) {
   const Held<> object = popObject(ps);
   object->executable = true;

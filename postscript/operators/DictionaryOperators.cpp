@@ -52,6 +52,7 @@ void StoreOperator::execute(Interpreter& ps) {
   });
 }
 
+// What is no dictionary is taken without a failure.
 void UndefOperator::execute(Interpreter& ps) {
   const Held<> key = popObject(ps);
   const Held<> operand = popObject(ps);

@@ -4,6 +4,7 @@
 
 namespace postscript {
 
+// Literal objects go back: only what has been made to run, or was, goes to the execution stack.
 void ExecOperator::execute(Interpreter& ps) {
   const Held<> object = popObject(ps);
   makeRunnable(object.get());

@@ -58,6 +58,7 @@ void NullOperator::execute(Interpreter& ps) {
   push<NullObject>(ps);
 }
 
+// For an empty stack the pop is the failure.
 void NotOperator::execute(Interpreter& ps) {
   NumberOperand number;
   if (ps.operandStack.empty()) {

@@ -123,6 +123,7 @@ void ForOperator::begin(Interpreter& ps) {
   loop->round(ps);
 }
 
+// On the continuation's own clone: what the program saw of earlier rounds stays as it was.
 void ForOperator::addIncrement() {
   if (auto* real = as<RealObject>(control)) {
     real->add(*increment);
@@ -187,6 +188,7 @@ void ForallOperator::step(Interpreter& ps) {
   }
 }
 
+// By position, also when the body has changed the dictionary: entries may be met twice or never.
 void ForallOperator::stepDictionary(Interpreter& ps) {
   const DictionaryData& body = as<DictionaryObject>(collection)->body();
   if (index >= body.size()) {
@@ -242,6 +244,7 @@ void ExitOperator::execute(Interpreter& ps) {
   constexpr std::array<std::string_view, 9> loops = {
       "cshow",  "forall", "pathforall", "filenameforall", "kshow",
       "repeat", "for",    "loop",       "resourceforall"};
+  // Outside of a loop the stack runs empty, and the pop fails.
   for (;;) {
     const Held<> object = ps.hold(ps.executionStack.pop());
     const auto* loop = as<NameObject>(object.get());

@@ -123,6 +123,7 @@ void IdivOperator::execute(Interpreter& ps) {
 void IdivOperator::calcReal(Interpreter& ps) const {
   pushInteger(ps, toInt32(realA / realB));
 }
+// The least integer has no negative: divided by -1 it wraps, where the processor would trap.
 void IdivOperator::calcInteger(Interpreter& ps) const {
   checkDivisor(intB, 190);
   pushInteger(ps, intB == -1 ? negative(intA) : intA / intB);
@@ -163,6 +164,7 @@ void FloorOperator::execute(Interpreter& ps) {
             [](double value) { return std::floor(value); });
 }
 
+// By way of an integer: beyond 32 bits every real comes out as the least one.
 void RoundOperator::execute(Interpreter& ps) {
   calcUnary(ps, 369, "Unsupported number type in round", same, [](double value) {
     return static_cast<double>(toInt32(value > 0.0 ? value + 0.5 : value - 0.5));
@@ -181,6 +183,7 @@ double CosOperator::valueAt(double degrees) {
   return std::cos(degrees * pi / 180.0);
 }
 
+// The deeper one is read first: when both are bad, its failure is the one that shows.
 void AtanOperator::execute(Interpreter& ps) {
   const Held<> den = popObject(ps);
   const Held<> num = popObject(ps);

@@ -6,6 +6,7 @@ namespace postscript {
 
 namespace {
 
+// The share comes first: without room for it nothing of the line is printed.
 void printLine(Interpreter& ps, const std::string& text) {
   ps.printShare.resize(ps.printBuffer.size() + text.size() + 1);
   ps.printBuffer.append(text).append("\n");

@@ -82,6 +82,7 @@ void putStringInterval(const StringObject& source, int32_t index, PostscriptObje
                          source.text());
 }
 
+// The interval stands on the stack before anything is looked at, and stays there on failure.
 void getArrayInterval(Interpreter& ps, const ArrayObject& source, int32_t index, int32_t count) {
   ArrayObject* interval = pushArray(ps);
   for (int32_t i = 0; i < count; ++i) {
@@ -118,6 +119,7 @@ void CounttomarkOperator::execute(Interpreter& ps) {
   pushInteger(ps, ps.operandStack.countToMark());
 }
 
+// For an empty stack the pop of the stack itself is the failure, here and below.
 void PopOperator::execute(Interpreter& ps) {
   if (ps.operandStack.empty()) {
     ps.operandStack.pop();

@@ -24,6 +24,7 @@ void StoppedOperator::execute(Interpreter& ps) {
 }
 
 void StopOperator::execute(Interpreter& ps) {
+  // Without a stopped around it the stack runs empty, and the pop fails.
   for (;;) {
     const Held<> object = ps.hold(ps.executionStack.pop());
     const auto* context = as<NameObject>(object.get());

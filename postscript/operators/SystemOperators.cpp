@@ -16,6 +16,7 @@ void CurrentglobalOperator::execute(Interpreter& ps) {
   pushBoolean(ps, ps.memory.current == ps.memory.global);
 }
 
+// Nothing is measured. The two numbers tell any program that it has enough.
 void VmstatusOperator::execute(Interpreter& ps) {
   pushInteger(ps, ps.saveLevel);
   pushInteger(ps, 100000);

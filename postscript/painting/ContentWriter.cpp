@@ -8,6 +8,7 @@ size_t roomForMatrix(std::string_view word) {
   return 6 * (mostNumberText + 1) + word.size() + 1;
 }
 
+// A matrix that maps all to one point is not written: nothing would be seen behind it.
 char* formatMatrix(char* at, const Matrix& m, std::string_view word) {
   const double linear[] = {m.a, m.b, m.c, m.d};
   const auto flat = [](double value) { return value > -0.0001 && value < 0.0001; };

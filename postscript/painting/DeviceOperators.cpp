@@ -55,6 +55,7 @@ void SetscreenOperator::execute(Interpreter& ps) {
   popSome(ps, 3);
 }
 
+// Frequency, angle and procedure of four colours.
 void SetcolorscreenOperator::execute(Interpreter& ps) {
   popSome(ps, 12);
 }

@@ -57,10 +57,12 @@ void SetfontOperator::execute(Interpreter& ps) {
     throw Ex(sourceFile, 1851, "expected nameobject for fontname");
   }
   GraphicsState& state = converter->topState();
+  // Of an upright font b is 0, of one turned by a quarter d.
   state.fontSize = matrix.d * 1000.0 + matrix.b * 1000.0;
   state.fontName = std::make_shared<const std::string>(fontName->name());
 }
 
+// A name that has left the directory comes back with an empty font.
 void CurrentfontOperator::execute(Interpreter& ps) {
   const std::string& fontName = *converter->topState().fontName;
   if (PostscriptObject* font = fontDirectory(ps).get(fontName)) {

@@ -24,6 +24,7 @@ void CurrentlinewidthOperator::execute(Interpreter& ps) {
   pushReal(ps, converter->topState().lineWidth);
 }
 
+// Any integer is written, as the join is: no number is refused here.
 void SetlinecapOperator::execute(Interpreter& ps) {
   const Held<> operand = popObject(ps);
   const auto* cap = as<IntegerObject>(operand.get());

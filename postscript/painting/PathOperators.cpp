@@ -87,6 +87,7 @@ void RcurvetoOperator::execute(Interpreter& ps) {
   writeCurveTo(*converter, points);
 }
 
+// The current point stays at the end of the subpath: its start is not kept.
 void ClosepathOperator::execute(Interpreter&) {
   converter->write("h ");
   converter->topState().pathOpen = false;

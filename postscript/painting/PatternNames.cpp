@@ -4,6 +4,7 @@
 
 namespace postscript {
 
+// Once the list has been emptied, names from before belong to no record any more.
 void PatternNames::add(PostscriptObject* pattern, const PdfObjectList::Place& place) {
   if (clearings_ != place.clearings) {
     forgetAll();

@@ -112,6 +112,7 @@ void Postscript2Pdf::popGraphicsState() {
   }
 }
 
+// The pop of the last state puts a fresh one in its place, with the page's matrix.
 void Postscript2Pdf::resetGraphicsStates() {
   if (graphicsStates.empty()) {
     return pushDefaultGraphicsState();

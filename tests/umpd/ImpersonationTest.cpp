@@ -13,8 +13,17 @@ TEST_F(ImpersonationTest, StepsOutAndBack) {
   Impersonation impersonation(platform_);
   impersonation.revertToSpooler();
   EXPECT_FALSE(machine_.spooler.impersonating);
+  EXPECT_EQ(machine_.journal.count("findFunction"), 1u);
   impersonation.returnToClient();
   EXPECT_TRUE(machine_.spooler.impersonating);
+  EXPECT_EQ(machine_.journal.count("findFunction"), 2u);
+
+  // Without a client there is nothing to return to, and nothing to look up for it.
+  machine_.spooler.impersonating = false;
+  impersonation.revertToSpooler();
+  impersonation.returnToClient();
+  EXPECT_FALSE(machine_.spooler.impersonating);
+  EXPECT_EQ(machine_.journal.count("findFunction"), 3u);
 
   machine_.modules.present[u"spoolss.dll"].clear();
   impersonation.revertToSpooler();

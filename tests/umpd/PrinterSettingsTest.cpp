@@ -173,7 +173,10 @@ TEST_F(PrinterSettingsTest, TheDriversFileHoldsItsNineSettings) {
 
   for (const char* operation : {"systemDirectory", "openForWriting", "writeFile"}) {
     machine_.journal.failAlways(operation);
+    const size_t closed = machine_.journal.count("closeFile");
     EXPECT_FALSE(settings_.copyNameValuesToPrinterDriverConfigFile()) << operation;
+    const bool wasOpen = std::string_view(operation) == "writeFile";
+    EXPECT_EQ(machine_.journal.count("closeFile") - closed, wasOpen ? 1u : 0u) << operation;
     machine_.journal.failAlways(operation, false);
   }
   EXPECT_EQ(simulated_.openHandles(), 0u);

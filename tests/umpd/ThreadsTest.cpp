@@ -2,6 +2,8 @@
 // guarded; without it, it sees what was done twice.
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cstdint>
 #include <functional>
 #include <thread>
 #include <vector>
@@ -74,6 +76,31 @@ TEST_F(Threads, ReadSettingsWhileOthersAreWritten) {
       }
     }
   });
+}
+
+// The read falls between the last message of a job's end and the emptying of its record. Nothing
+// but a relaxed flag passes between the two threads from then on.
+TEST(Jobs, AreReadByOtherThreadsWhileTheyEnd) {
+  PrintingMachine m(WindowsRelease::windows7);
+  m.startLauncher();
+  m.set(u"imageDPI", u"600");
+  const JobHandle job = DocStart2K(m.records, m.officeHandle, m.jobNumber, nullptr, m.document);
+  EXPECT_EQ(DocWrite(m.records, job, "%!PS", 4), 1u);
+  const void* const record = reinterpret_cast<const void*>(uintptr_t{job});
+  std::atomic<bool> hasRead = false;
+  std::thread reader;
+  m.journal.before("setEvent", [&] {
+    reader = std::thread([&] {
+      EXPECT_EQ(getIntVal(m.records, record, u"imageDPI", 5), 600u);
+      hasRead.store(true, std::memory_order_relaxed);
+    });
+    while (!hasRead.load(std::memory_order_relaxed)) {
+      std::this_thread::yield();
+    }
+  });
+  EXPECT_EQ(DocEnd(m.records, job), 1u);
+  reader.join();
+  EXPECT_EQ(m.boxes(), "");
 }
 
 }  // namespace

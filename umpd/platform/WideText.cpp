@@ -15,6 +15,7 @@ bool isDigit(char16_t c) {
   return c >= u'0' && c <= u'9';
 }
 
+// What the C library skips before a number in the plain locale.
 bool isSpace(char16_t c) {
   return c == u' ' || (c >= u'\t' && c <= u'\r');
 }
@@ -32,6 +33,7 @@ bool equalsIgnoringCase(std::u16string_view a, std::u16string_view b) {
                     [](char16_t x, char16_t y) { return fold(x) == fold(y); });
 }
 
+// For whole numbers std::to_string does not look at the locale.
 std::u16string decimalText(uint32_t value) {
   const std::string digits = std::to_string(value);
   return {digits.begin(), digits.end()};

@@ -48,6 +48,7 @@ void Journal::runHook(std::string_view operation) {
   (*hook)();
 }
 
+// Only calls that can fail are counted, so that each number picks a failure of its own.
 bool Journal::isPicked(std::string_view operation) {
   const bool picked = countdown_ != 0 && --countdown_ == 0;
   if (picked) {

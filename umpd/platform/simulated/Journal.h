@@ -30,8 +30,8 @@ class Journal {
   void note(std::string_view operation, std::u16string_view detail = {});
   // Enters an operation; false if it shall fail now.
   bool may(std::string_view operation, std::u16string_view detail = {});
-  // Enters an operation that gives something back. It takes no memory, as the system's calls for
-  // that take none: destructors make it when there is none left.
+  // Enters an operation that takes no memory, as the system's call takes none: destructors make it
+  // when there is none left. All that give something back are of this kind.
   void noteReturn(std::string_view operation);
   bool mayReturn(std::string_view operation);
   // Returns false, for `return fails(error)`.

@@ -24,6 +24,7 @@ constexpr uint32_t errorAlreadyExists = 183;
 
 constexpr size_t systemDirectoryLimit = 260;
 
+// What the system answers for a device.
 constexpr uint32_t archiveAttribute = 0x20;
 
 // Devices have names in every directory, whatever extension follows: "C:\\out\\con.pdf" is one.
@@ -89,7 +90,8 @@ bool SimulatedFiles::parentStands(const std::u16string& path) const {
   return parent != nodes_.end() && (parent->second.attributes & attributeDirectory) != 0;
 }
 
-// Errors in the order in which the system finds them.
+// Errors come in the order in which the system finds them. A file that is created anew is emptied
+// at once, before anything is written.
 FileHandle SimulatedFiles::openForWriting(const std::u16string& path, Disposition disposition) {
   if (!journal_.may("openForWriting", path)) {
     return invalidFile;
@@ -155,6 +157,7 @@ bool SimulatedFiles::seekToEnd(FileHandle file) {
   return true;
 }
 
+// invalidFile is closed as well, and nothing happens.
 void SimulatedFiles::close(FileHandle file) {
   journal_.noteReturn("closeFile");
   handles_.erase(file);

@@ -14,6 +14,7 @@ namespace {
 
 constexpr uint32_t queryValueRight = 1;
 constexpr uint32_t setValueRight = 2;
+// Of one part of a path.
 constexpr size_t keyNameLimit = 255;
 
 RegistryValue answered(RegistryAnswer answer) {
@@ -126,6 +127,7 @@ SimulatedRegistry::Key* SimulatedRegistry::keyFor(KeyHandle handle, uint32_t acc
   return &keys_[found->second.path];
 }
 
+// A value without an answer is a failure, as RegistryValue begins with that.
 RegistryValue SimulatedRegistry::readValue(KeyHandle key, const std::u16string& name, size_t room) {
   if (!journal_.may("readValue", name)) {
     return {};
@@ -272,6 +274,7 @@ uint32_t SimulatedProfiles::readInt(const std::u16string& path, const std::u16st
     return defaultValue;
   }
   for (const std::u16string& line : *lines) {
+    // As the system does: a name that stands twice counts where it stands first.
     if (const auto equals = line.find(u'=');
         equals != std::u16string::npos && equalsIgnoringCase(line.substr(0, equals), key)) {
       return decimalValue(line.substr(equals + 1));

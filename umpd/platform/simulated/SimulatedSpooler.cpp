@@ -15,8 +15,9 @@ constexpr uint32_t errorInvalidHandle = 6;
 constexpr uint32_t errorInvalidParameter = 87;
 constexpr uint32_t errorInvalidPrinterName = 1801;
 
+// Of the records on a 64-bit system.
 constexpr uint32_t printerRecordSize = 136;
-constexpr uint32_t jobRecordSize = 144;
+constexpr uint32_t jobRecordSize = 160;
 constexpr TokenHandle clientToken{0x77};
 
 uint32_t textSize(const std::optional<std::u16string>& text) {
@@ -233,6 +234,7 @@ std::optional<std::u16string> SimulatedSpooler::jobDocument(PrinterHandle printe
   return std::nullopt;
 }
 
+// Both commands take the job out of the queue.
 bool SimulatedSpooler::setJob(PrinterHandle printer, uint32_t jobId, uint32_t command) {
   if (!journal_.may("setJob", decimalText(jobId) + u' ' + decimalText(command))) {
     return false;
@@ -246,6 +248,7 @@ bool SimulatedSpooler::setJob(PrinterHandle printer, uint32_t jobId, uint32_t co
   return erased != 0 || journal_.fails(errorInvalidParameter);
 }
 
+// To take less than all is no failure of the call: only the count shows it.
 bool SimulatedSpooler::writePrinter(PrinterHandle printer, std::span<const std::byte> data,
                                     uint32_t& written) {
   written = 0;
@@ -262,6 +265,7 @@ bool SimulatedSpooler::writePrinter(PrinterHandle printer, std::span<const std::
   return true;
 }
 
+// Without a client there is nothing to step out of, and no token.
 TokenHandle SimulatedSpooler::revertToPrinterSelf(FunctionAddress /*call*/) {
   if (!journal_.may("revertToPrinterSelf") || !impersonating) {
     return {};

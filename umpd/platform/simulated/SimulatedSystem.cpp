@@ -73,12 +73,14 @@ OwnedModule SimulatedModules::load(const std::u16string& name) {
 
 // An address is a number that nobody calls: operations that take one know what to do.
 FunctionAddress SimulatedModules::find(ModuleHandle module, const char* function) {
-  if (!journal_.may("findFunction", wide(function))) {
+  if (!journal_.mayReturn("findFunction")) {
     return {};
   }
-  const auto holder = loaded_.find(module);
-  if (holder != loaded_.end() && present[holder->second].count(function) != 0) {
-    return FunctionAddress{journal_.newHandle()};
+  if (const auto loaded = loaded_.find(module); loaded != loaded_.end()) {
+    const auto functions = present.find(loaded->second);
+    if (functions != present.end() && functions->second.count(std::string_view(function)) != 0) {
+      return FunctionAddress{journal_.newHandle()};
+    }
   }
   journal_.fails(errorProcedureNotFound);
   return {};
@@ -105,6 +107,7 @@ const SimulatedAccounts::Account* SimulatedAccounts::find(const std::u16string& 
   return found == accounts.end() ? nullptr : &*found;
 }
 
+// An identifier has 8 bytes and 4 for each of its parts. The domain's name has any length.
 AccountSizes SimulatedAccounts::accountSizes(const std::u16string& server,
                                              const std::u16string& name) {
   if (!journal_.may("accountSizes", server + u'\\' + name)) {

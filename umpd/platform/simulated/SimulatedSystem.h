@@ -35,7 +35,7 @@ class SimulatedModules : public Modules {
   void close(ModuleHandle module) override;
 
   // What the machine has: modules in lower case, with their functions.
-  std::map<std::u16string, std::set<std::string>> present;
+  std::map<std::u16string, std::set<std::string, std::less<>>> present;
   size_t openHandles() const { return loaded_.size(); }
 
  private:

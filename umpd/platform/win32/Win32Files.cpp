@@ -84,6 +84,7 @@ bool Win32Files::makeDirectory(const std::u16string& path) {
 
 // The library's limit counts the terminator.
 std::optional<std::string> Win32Files::readLine(const std::u16string& path, size_t limit) {
+  // In text mode, where a line ends in one character.
   const std::unique_ptr<std::FILE, FileCloser> file(_wfopen(wide(path), L"r"));
   if (!file) {
     return std::nullopt;
@@ -96,6 +97,7 @@ std::optional<std::string> Win32Files::readLine(const std::u16string& path, size
   return line;
 }
 
+// The oldest of the shell's calls for folders: all systems that the front end knows have it.
 std::optional<std::u16string> Win32Files::specialFolder(SpecialFolder folder) {
   ITEMIDLIST* found = nullptr;
   if (SHGetSpecialFolderLocation(nullptr, static_cast<int>(folder), &found) != S_OK) {

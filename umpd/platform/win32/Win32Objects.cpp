@@ -17,6 +17,7 @@ constexpr DWORD descriptorRevision = 1;
 constexpr DWORD textRevision = 1;
 // Mutexes and events are opened with one mask.
 constexpr DWORD objectAccess = 0x1F0003;
+// All rights to a mapping; of its view, to read and to write.
 constexpr DWORD mappingAccess = 0xF001F;
 constexpr DWORD viewAccess = 6;
 
@@ -50,6 +51,7 @@ OwnedObject owned(NamedObjects& objects, HANDLE handle) {
 
 }  // namespace
 
+// The memory is of the kind that converted descriptors come in: one call frees both.
 OwnedDescriptor Win32Security::allocateDescriptor(size_t size) {
   return OwnedDescriptor(*this, from<DescriptorHandle>(LocalAlloc(LPTR, size)));
 }
@@ -95,6 +97,7 @@ void Win32Security::close(DescriptorHandle descriptor) {
   LocalFree(descriptorOf(descriptor));
 }
 
+// Not owned at first: its maker waits for it like everybody else.
 OwnedObject Win32Objects::createMutex(const SecurityAttributes* security,
                                       const std::u16string& name) {
   return owned(*this, CreateMutexW(CallAttributes(security).get(), FALSE, wide(name)));
@@ -125,6 +128,7 @@ WaitAnswer Win32Objects::wait(ObjectHandle object, uint32_t milliseconds) {
   return WaitAnswer{static_cast<uint32_t>(WaitForSingleObject(as<HANDLE>(object), milliseconds))};
 }
 
+// The handle of no file stands for the paging file.
 OwnedObject Win32Objects::createMapping(const SecurityAttributes* security,
                                         const std::u16string& name, uint32_t size) {
   return owned(*this, CreateFileMappingW(INVALID_HANDLE_VALUE, CallAttributes(security).get(),

@@ -140,7 +140,7 @@ class Win32Clock : public Clock {
   int32_t timeZoneBias() override;
 };
 
-// The C runtime's generator, which the process shares.
+// The C runtime's generator, of which each thread has a state of its own.
 class Win32Random : public Random {
  public:
   void seed(uint32_t value) override;

@@ -35,6 +35,7 @@ RegistryAnswer answerOf(LSTATUS status) {
 
 }  // namespace
 
+// Not volatile: settings outlive the session.
 CreatedKey Win32Registry::createKey(KeyHandle parent, const std::u16string& subkey,
                                     uint32_t access) {
   HKEY key = nullptr;

@@ -154,6 +154,7 @@ std::optional<std::vector<PrinterInfo>> Win32Spooler::printers(uint32_t size) {
   return printers;
 }
 
+// In bytes, whichever call is made.
 uint32_t Win32Spooler::driverDirectorySize(bool narrow) {
   DWORD needed = 0;
   if (narrow) {
@@ -185,6 +186,7 @@ std::optional<std::u16string> Win32Spooler::driverDirectory(bool narrow, uint32_
   return text(buffer.records());
 }
 
+// The first call has no buffer and always fails; what counts is the size that it leaves.
 std::optional<std::u16string> Win32Spooler::jobDocument(PrinterHandle printer, uint32_t jobId) {
   DWORD needed = 0;
   GetJobW(handleOf(printer), jobId, recordLevel, nullptr, 0, &needed);

@@ -220,6 +220,7 @@ std::u16string Win32Text::widen(const std::string& text) {
   return widened(text.data(), text.size());
 }
 
+// Characters that the code page lacks become its default character.
 std::string Win32Text::narrow(const std::u16string& text) {
   const int size = static_cast<int>(text.size());
   const int needed =
