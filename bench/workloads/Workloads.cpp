@@ -50,9 +50,13 @@ const std::vector<Kind>& kinds() {
 }
 
 Workload makeWorkload(std::string_view name, size_t size) {
+  return makeWorkload(name, size, name.size());
+}
+
+Workload makeWorkload(std::string_view name, size_t size, uint64_t seed) {
   for (const Entry& entry : entries) {
     if (name == entry.kind.name) {
-      PageText out(name.size(), size, entry.sizeIsObjects);
+      PageText out(seed, size, entry.sizeIsObjects);
       out.putData("%!PS-Adobe-3.0\n%%Title: (" + std::string(name) + ")\n%%EndComments\n");
       entry.write(out);
       return {out.text(), out.objects()};

@@ -26,5 +26,7 @@ const std::vector<Kind>& kinds();
 // A text of at least `size` bytes (of some kinds: so many objects), up to the end of the page or
 // item then begun. The name is one of kinds().
 Workload makeWorkload(std::string_view name, size_t size);
+// Another text of the same kind for each seed.
+Workload makeWorkload(std::string_view name, size_t size, uint64_t seed);
 
 }  // namespace workloads

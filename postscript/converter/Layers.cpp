@@ -251,7 +251,7 @@ void installCoreLayer(Interpreter& ps) {
   addDictionaryOperators(registry);
   addElementOperators(registry);
   addExecOperators(registry);
-  addFileOperators(registry);
+  addFileOperators(registry, ps.memory.budget);
   addLogicOperators(registry);
   addLoopOperators(registry);
   addMathOperators(registry);

@@ -4,6 +4,7 @@
 
 #include "postscript/engine/Parser.h"
 #include "postscript/values/Ex.h"
+#include "postscript/values/VirtualMemory.h"
 
 namespace postscript {
 
@@ -18,10 +19,13 @@ PostscriptObject* checkedSource(PostscriptObject* source) {
   return source;
 }
 
-FilterNames filtersOver(const PostscriptObject& source, const std::string& name) {
+// What a file takes besides its filter's name: body and handle.
+constexpr size_t bytesOfFile = 256;
+
+FilterNames filtersOver(Budget& budget, const PostscriptObject& source, const std::string& name) {
   const auto* file = as<FileObject>(&source);
   FilterNames names = file ? file->body().filters : as<StringObject>(&source)->filters();
-  return name == "SubFileDecode" ? names : FilterNames(name, std::move(names));
+  return name == "SubFileDecode" ? names : FilterNames(budget, name, std::move(names));
 }
 
 const StringObject* baseOf(const PostscriptObject& source) {
@@ -31,12 +35,13 @@ const StringObject* baseOf(const PostscriptObject& source) {
 
 }  // namespace
 
-FileData::FileData(Parser& parser)
+FileData::FileData(Budget& budget, Parser& parser)
     : CompositeData(TypeTag::file),
       mode(Mode::currentFile),
       source(nullptr),
       base(nullptr),
-      limit(0) {
+      limit(0),
+      share_(&budget, bytesOfFile) {
   if (parser.atEnd()) {
     return;
   }
@@ -53,14 +58,15 @@ FileData::FileData(Parser& parser)
   }
 }
 
-FileData::FileData(PostscriptObject* filterSource, std::string name)
+FileData::FileData(Budget& budget, PostscriptObject* filterSource, std::string name)
     : CompositeData(TypeTag::file),
       mode(Mode::filter),
       source(checkedSource(filterSource)),
       filterName(std::move(name)),
-      filters(filtersOver(*source, filterName)),
+      filters(filtersOver(budget, *source, filterName)),
       base(baseOf(*source)),
-      limit(0x7fffffff) {
+      limit(0x7fffffff),
+      share_(&budget, bytesOfFile + filterName.size()) {
   ++source->refCount;
 }
 
@@ -72,13 +78,15 @@ void FileData::clearContents() {
   if (source) {
     giveUp(std::exchange(source, nullptr));
   }
+  share_.resize(0);
 }
 
 FileObject::FileObject(VirtualMemoryObject& space, Parser& parser)
-    : CompositeObject(space, std::make_unique<FileData>(parser)) {}
+    : CompositeObject(space, std::make_unique<FileData>(space.budget(), parser)) {}
 
 FileObject::FileObject(VirtualMemoryObject& space, PostscriptObject* source, std::string filterName)
-    : CompositeObject(space, std::make_unique<FileData>(source, std::move(filterName))) {}
+    : CompositeObject(space,
+                      std::make_unique<FileData>(space.budget(), source, std::move(filterName))) {}
 
 int32_t FileObject::readByte(Parser& parser) const {
   if (body().mode != FileData::Mode::currentFile) {

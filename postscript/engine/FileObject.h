@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "postscript/values/Budget.h"
 #include "postscript/values/CompositeObject.h"
 #include "postscript/values/StringObject.h"
 
@@ -16,9 +17,9 @@ class FileData : public CompositeData {
   enum class Mode : uint32_t { currentFile = 1, filter = 2 };
 
   // The current file. One byte of white space in front of it is eaten.
-  explicit FileData(Parser& parser);
+  FileData(Budget& budget, Parser& parser);
   // A filter. Fails for a source that is neither string nor file.
-  FileData(PostscriptObject* filterSource, std::string name);
+  FileData(Budget& budget, PostscriptObject* filterSource, std::string name);
   ~FileData() override;
 
   void forEachElement(const Visit& visit) const override {
@@ -36,6 +37,9 @@ class FileData : public CompositeData {
   const FilterNames filters;
   const StringObject* const base;
   const uint32_t limit;
+
+ private:
+  BudgetShare share_;
 };
 
 class FileObject : public CompositeObject {

@@ -37,8 +37,10 @@ void Interpreter::askWhetherToStop() {
 
 void Interpreter::run(const char* bytes, size_t length) {
   abandoned.beginRun();
-  printBuffer.clear();
-  printShare.resize(0);
+  if (!printBuffer.empty()) {
+    printBuffer = {};
+    printShare.resize(0);
+  }
   parser.setRange(bytes, length);
   suspendFlag = false;
   turnsLeft_ = turnsPerQuestion;

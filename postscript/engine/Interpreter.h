@@ -58,7 +58,7 @@ class Interpreter {
   bool suspendFlag = false;
   std::string printBuffer;
   BudgetShare printShare{&memory.budget};
-  AbandonedObjects abandoned;
+  AbandonedObjects abandoned{&memory.budget};
   Observer* observer = nullptr;  // not owned
 
  private:

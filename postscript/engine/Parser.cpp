@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include "postscript/engine/ByteScan.h"
 #include "postscript/engine/DictionaryStack.h"
@@ -73,6 +74,13 @@ bool isOctal(char c) {
 
 }  // namespace
 
+Parser::Parser(VirtualMemorySet& theMemory, DictionaryStack& theDictionaries)
+    : tokenShare(&theMemory.budget),
+      memory(theMemory),
+      dictionaries(theDictionaries),
+      hexFilter(memory.budget, "ASCIIHexDecode", {}),
+      ascii85Filter(memory.budget, "ASCII85Decode", {}) {}
+
 void Parser::setRange(const char* bytes, size_t length) {
   begin = current = bytes;
   end = bytes + length;
@@ -133,18 +141,25 @@ bool Parser::readLine(std::string& line) {
     return false;
   }
   // Text that is left of a token whose end failed comes first.
-  checkStringSize(token.size() + static_cast<size_t>(last - current));
-  line = std::move(token);
+  expectToken(static_cast<size_t>(last - current));
+  line = std::exchange(token, {});
   line.append(current, last);
-  token.clear();
+  tokenShare.resize(0);
   current = last;
   return true;
+}
+
+void Parser::expectToken(size_t more) {
+  // What is added besides, a byte or two between one run of bytes and the next.
+  constexpr size_t single = 4;
+  checkStringSize(token.size() + more);
+  tokenShare.expectText(token, token.size() + more + single);
 }
 
 bool Parser::collect(State separators) {
   const char* last = endOfRun(current, end, separators);
   if (separators != State::comment) {
-    checkStringSize(token.size() + static_cast<size_t>(last - current));
+    expectToken(static_cast<size_t>(last - current));
     token.append(current, last);
   }
   current = last;
@@ -319,7 +334,7 @@ Token Parser::readInSteps() {
 Token Parser::stepScan() {
   if (!token.empty()) {
     const Token finished = textToken(token);
-    token.clear();
+    dropToken();
     return finished;
   }
   takeSeparator();
@@ -479,6 +494,7 @@ Token Parser::literalName(std::string_view text) const {
 }
 
 Token Parser::stringToken(std::string_view text, const FilterNames& filters) const {
+  memory.budget.expectRoom(text.size());
   auto string = std::make_unique<StringObject>(*memory.current, std::string(text));
   string->filters() = filters;
   return Token::ofObject(string.release());
@@ -491,8 +507,18 @@ Token Parser::finishedString(size_t from, const FilterNames& filters) {
 }
 
 void Parser::backToScan() {
-  token.clear();
+  dropToken();
   state = State::scan;
+}
+
+// Room for tokens as they usually are stays.
+void Parser::dropToken() {
+  constexpr size_t usual = 4096;
+  token.clear();
+  if (token.capacity() > usual) {
+    token = {};
+    tokenShare.resize(0);
+  }
 }
 
 }  // namespace postscript

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "postscript/engine/Token.h"
+#include "postscript/values/Budget.h"
 #include "postscript/values/FilterNames.h"
 #include "postscript/values/PostscriptObject.h"
 
@@ -19,8 +20,7 @@ struct VirtualMemorySet;
 
 class Parser {
  public:
-  Parser(VirtualMemorySet& theMemory, DictionaryStack& theDictionaries)
-      : memory(theMemory), dictionaries(theDictionaries) {}
+  Parser(VirtualMemorySet& theMemory, DictionaryStack& theDictionaries);
 
   // The range to work on, which must stay valid while it is read.
   void setRange(const char* bytes, size_t length);
@@ -79,6 +79,9 @@ class Parser {
   Token literalName(std::string_view text) const;
   Token stringToken(std::string_view text, const FilterNames& filters) const;
   Token finishedString(size_t from, const FilterNames& filters);
+  // Before so many bytes are added to the token.
+  void expectToken(size_t more);
+  void dropToken();
   void takeSeparator() { ++current; }
   void backToScan();
 
@@ -86,6 +89,7 @@ class Parser {
   const char* begin = nullptr;
   const char* end = nullptr;
   std::string token;
+  BudgetShare tokenShare;
   char separator = 0;
   bool inEscape = false;
   std::string escape;
@@ -93,8 +97,8 @@ class Parser {
   DictionaryStack& dictionaries;
   // What applies to each kind of string.
   const FilterNames noFilter;
-  const FilterNames hexFilter{"ASCIIHexDecode", {}};
-  const FilterNames ascii85Filter{"ASCII85Decode", {}};
+  const FilterNames hexFilter;
+  const FilterNames ascii85Filter;
   State state = State::scan;
   int32_t parenDepth = 0;
 };

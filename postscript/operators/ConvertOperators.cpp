@@ -70,7 +70,8 @@ void CvrOperator::execute(Interpreter& ps) {
 
 void CvnOperator::execute(Interpreter& ps) {
   const auto string = popAs<StringObject>(ps, "cvn");
-  push<NameObject>(ps, string->textToNul())->executable = string->executable;
+  Symbol& symbol = ps.memory.symbols.existingOrOwn(string->textToNul());
+  push<NameObject>(ps, symbol)->executable = string->executable;
 }
 
 void CvsOperator::execute(Interpreter& ps) {

@@ -1,5 +1,6 @@
 #include "postscript/operators/FileOperators.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "postscript/engine/FileObject.h"
@@ -35,8 +36,9 @@ void expectCurrentFile(const FileObject& file, int32_t line, const char* message
   }
 }
 
-void pushGathered(Interpreter& ps, std::string& text) {
-  pushString(ps, std::exchange(text, {}));
+void pushGathered(Interpreter& ps, PartialText& partial) {
+  partial.share.resize(0);
+  pushString(ps, std::exchange(partial.text, {}));
   pushBoolean(ps, !ps.parser.atEnd());
 }
 
@@ -46,6 +48,7 @@ void readFilter(Interpreter& ps, const ReadOperands& operands) {
   if (!chain.base) {
     throw Ex(sourceFile, 226, "Expected base object to be string");
   }
+  ps.memory.budget.expectRoom(chain.base->view().size());
   pushString(ps, std::string(chain.base->view()))->filters() = chain.filters;
   pushBoolean(ps, true);
   if (operands.string->refCount > 0) {
@@ -85,30 +88,38 @@ void ReadstringOperator::execute(Interpreter& ps) {
   const size_t target = operands.string->view().size();
   // White space is dropped by a call that starts afresh, through to its end.
   const std::string_view input = ps.parser.unread();
-  if (partialText.empty()) {
-    ps.parser.take(appendWithoutSpace(input, target, partialText));
-  } else if (partialText.size() < target) {
-    const std::string_view part = input.substr(0, target - partialText.size());
-    partialText.append(part);
-    ps.parser.take(part.size());
+  std::string& text = partial.text;
+  if (text.size() < target) {
+    const std::string_view part = input.substr(0, target - text.size());
+    partial.share.expectText(text, text.size() + part.size());
+    if (text.empty()) {
+      ps.parser.take(appendWithoutSpace(input, target, text));
+    } else {
+      text.append(part);
+      ps.parser.take(part.size());
+    }
   }
-  if (partialText.size() < target) {
+  if (text.size() < target) {
     return operands.suspend(ps, this);
   }
-  pushGathered(ps, partialText);
+  pushGathered(ps, partial);
 }
 
 void ReadhexstringOperator::execute(Interpreter& ps) {
   const ReadOperands operands(ps, "readhexstring");
   expectCurrentFile(*operands.file, 340, "Only supports readline from currentfile");
   const size_t target = operands.string->view().size();
-  if (partialText.size() < target) {
-    ps.parser.take(appendHexBytes(ps.parser.unread(), target, pendingDigit, partialText));
+  std::string& text = partial.text;
+  if (text.size() < target) {
+    const std::string_view input = ps.parser.unread();
+    partial.share.expectText(text,
+                             text.size() + std::min(target - text.size(), input.size() / 2 + 1));
+    ps.parser.take(appendHexBytes(input, target, pendingDigit, text));
   }
-  if (partialText.size() < target) {
+  if (text.size() < target) {
     return operands.suspend(ps, this);
   }
-  pushGathered(ps, partialText);
+  pushGathered(ps, partial);
 }
 
 void ReadlineOperator::execute(Interpreter& ps) {
@@ -145,13 +156,13 @@ void FilterOperator::execute(Interpreter& ps) {
   }
 }
 
-void addFileOperators(OperatorRegistry& registry) {
+void addFileOperators(OperatorRegistry& registry, Budget& budget) {
   registry.add<CurrentfileOperator>();
   registry.add<ReadOperator>();
   registry.add<ReadlineOperator>();
-  registry.add<ReadhexstringOperator>();
+  registry.add<ReadhexstringOperator>(budget);
   registry.add<FilterOperator>();
-  registry.add<ReadstringOperator>();
+  registry.add<ReadstringOperator>(budget);
 }
 
 }  // namespace postscript

@@ -7,6 +7,7 @@
 
 #include "postscript/engine/OperatorRegistry.h"
 #include "postscript/operators/EncodedBytes.h"
+#include "postscript/values/Budget.h"
 #include "postscript/values/NameObject.h"
 
 namespace postscript {
@@ -16,24 +17,32 @@ POSTSCRIPT_OPERATOR(CurrentfileOperator, "currentfile");
 // file read byte true | false      (a NUL byte reads as the end; does not suspend)
 POSTSCRIPT_OPERATOR(ReadOperator, "read");
 
+// What a read has gathered so far.
+struct PartialText {
+  explicit PartialText(Budget& budget) : share(&budget) {}
+
+  std::string text;
+  BudgetShare share;
+};
+
 // file string readstring a new string, boolean
 class ReadstringOperator : public NameObject {
  public:
-  ReadstringOperator() : NameObject("readstring") {}
+  explicit ReadstringOperator(Budget& budget) : NameObject("readstring"), partial(budget) {}
   void execute(Interpreter& ps) override;
 
  private:
-  std::string partialText;
+  PartialText partial;
 };
 
 // file string readhexstring a new string, boolean
 class ReadhexstringOperator : public NameObject {
  public:
-  ReadhexstringOperator() : NameObject("readhexstring") {}
+  explicit ReadhexstringOperator(Budget& budget) : NameObject("readhexstring"), partial(budget) {}
   void execute(Interpreter& ps) override;
 
  private:
-  std::string partialText;
+  PartialText partial;
   int32_t pendingDigit = noDigit;  // a first digit whose second has not come yet
 };
 
@@ -42,6 +51,6 @@ POSTSCRIPT_OPERATOR(ReadlineOperator, "readline");
 // source name filter file; source count string /SubFileDecode filter file
 POSTSCRIPT_OPERATOR(FilterOperator, "filter");
 
-void addFileOperators(OperatorRegistry& registry);
+void addFileOperators(OperatorRegistry& registry, Budget& budget);
 
 }  // namespace postscript

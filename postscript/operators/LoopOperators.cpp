@@ -12,11 +12,8 @@ namespace {
 
 constexpr const char* sourceFile = "postscript/lib/LoopOperators";
 
-void keep(PostscriptObject* object) {
-  if (object) {
-    ++object->holders;
-  }
-}
+// What a continuation takes with the numbers that it holds.
+constexpr size_t bytesOfContinuation = 400;
 
 void letGo(PostscriptObject* object) {
   if (!object) {
@@ -58,10 +55,9 @@ bool goesUp(const PostscriptObject& increment) {
 
 }  // namespace
 
-RunningProcedure::RunningProcedure(PostscriptObject* procedure) : object_(procedure) {
-  if (object_) {
-    ++object_->refCount;
-  }
+RunningProcedure::RunningProcedure(Interpreter& ps, PostscriptObject* procedure)
+    : object_(procedure), share_(&ps.memory.budget, bytesOfContinuation) {
+  ++object_->refCount;
 }
 
 RunningProcedure::~RunningProcedure() {
@@ -72,23 +68,19 @@ RunningProcedure::~RunningProcedure() {
   giveUp(object_);
 }
 
-ForOperator::ForOperator() : ForOperator(nullptr, nullptr, nullptr, nullptr, nullptr) {}
-
-ForOperator::ForOperator(PostscriptObject* theControl, PostscriptObject* theProc,
+ForOperator::ForOperator(Interpreter& ps, PostscriptObject* theControl, PostscriptObject* theProc,
                          PostscriptObject* theLimit, PostscriptObject* theIncrement,
                          PostscriptObject* theInitial)
     : NameObject("for"),
       control(theControl),
-      proc(theProc),
+      proc(ps, theProc),
       limit(theLimit),
       increment(theIncrement),
       initial(theInitial) {
-  if (control) {
-    ++control->refCount;
-  }
-  keep(limit);
-  keep(increment);
-  keep(initial);
+  ++control->refCount;
+  ++limit->holders;
+  ++increment->holders;
+  ++initial->holders;
 }
 
 ForOperator::~ForOperator() {
@@ -117,7 +109,7 @@ void ForOperator::begin(Interpreter& ps) {
                        initial->type == TypeTag::real;
   const Held<> control = controlOf(ps, *initial, anyReal);
   const Held<ForOperator> loop = ps.hold(
-      new ForOperator(control.get(), proc.get(), limit.get(), increment.get(), initial.get()));
+      new ForOperator(ps, control.get(), proc.get(), limit.get(), increment.get(), initial.get()));
   // A failure here leaves the counts that the loop has taken.
   loop->up = goesUp(*increment);
   loop->round(ps);
@@ -146,13 +138,10 @@ void ForOperator::round(Interpreter& ps) {
   makeRunnable(proc.get());
 }
 
-ForallOperator::ForallOperator() : ForallOperator(nullptr, nullptr) {}
-
-ForallOperator::ForallOperator(PostscriptObject* theProc, PostscriptObject* theCollection)
-    : NameObject("forall"), proc(theProc), collection(theCollection) {
-  if (collection) {
-    ++collection->refCount;
-  }
+ForallOperator::ForallOperator(Interpreter& ps, PostscriptObject* theProc,
+                               PostscriptObject* theCollection)
+    : NameObject("forall"), proc(ps, theProc), collection(theCollection) {
+  ++collection->refCount;
 }
 
 ForallOperator::~ForallOperator() {
@@ -167,7 +156,7 @@ void ForallOperator::execute(Interpreter& ps) {
   }
   const Held<> procedure = popObject(ps);
   const Held<> elements = popObject(ps);
-  ps.hold(new ForallOperator(procedure.get(), elements.get()))->step(ps);
+  ps.hold(new ForallOperator(ps, procedure.get(), elements.get()))->step(ps);
 }
 
 void ForallOperator::step(Interpreter& ps) {
@@ -208,21 +197,22 @@ void ForallOperator::step(Interpreter& ps, PostscriptObject* key, PostscriptObje
   ++index;
 }
 
-LoopOperator::LoopOperator(PostscriptObject* theProc) : NameObject("loop"), proc(theProc) {}
+LoopOperator::LoopOperator(Interpreter& ps, PostscriptObject* theProc)
+    : NameObject("loop"), proc(ps, theProc) {}
 
 LoopOperator::~LoopOperator() = default;
 
 void LoopOperator::execute(Interpreter& ps) {
   if (!proc) {
     const Held<> procedure = popObject(ps);
-    return ps.hold(new LoopOperator(procedure.get()))->execute(ps);
+    return ps.hold(new LoopOperator(ps, procedure.get()))->execute(ps);
   }
   ps.executionStack.pushChecked(this);
   start(ps, proc.get());
 }
 
-RepeatOperator::RepeatOperator(PostscriptObject* theProc, int32_t theRemaining)
-    : NameObject("repeat"), proc(theProc), remaining(theRemaining) {}
+RepeatOperator::RepeatOperator(Interpreter& ps, PostscriptObject* theProc, int32_t theRemaining)
+    : NameObject("repeat"), proc(ps, theProc), remaining(theRemaining) {}
 
 RepeatOperator::~RepeatOperator() = default;
 
@@ -230,7 +220,7 @@ void RepeatOperator::execute(Interpreter& ps) {
   if (!proc) {
     const Held<> procedure = popObject(ps);
     const int32_t count = popInteger(ps, "repeat");
-    return ps.hold(new RepeatOperator(procedure.get(), count))->execute(ps);
+    return ps.hold(new RepeatOperator(ps, procedure.get(), count))->execute(ps);
   }
   if (remaining < 1) {
     return;

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "postscript/engine/OperatorRegistry.h"
+#include "postscript/values/Budget.h"
 #include "postscript/values/NameObject.h"
 
 namespace postscript {
@@ -14,7 +15,9 @@ namespace postscript {
 // A continuation's hold on its procedure. At its end the procedure is literal again.
 class RunningProcedure {
  public:
-  explicit RunningProcedure(PostscriptObject* procedure);
+  // The registered operator's, which runs none.
+  RunningProcedure() = default;
+  RunningProcedure(Interpreter& ps, PostscriptObject* procedure);
   RunningProcedure(const RunningProcedure&) = delete;
   RunningProcedure& operator=(const RunningProcedure&) = delete;
   ~RunningProcedure();
@@ -23,15 +26,17 @@ class RunningProcedure {
   explicit operator bool() const { return object_ != nullptr; }
 
  private:
-  PostscriptObject* object_;
+  PostscriptObject* object_ = nullptr;
+  BudgetShare share_{nullptr};
 };
 
 // initial increment limit proc for -      (the limit is exclusive)
 class ForOperator : public NameObject {
  public:
-  ForOperator();
-  ForOperator(PostscriptObject* theControl, PostscriptObject* theProc, PostscriptObject* theLimit,
-              PostscriptObject* theIncrement, PostscriptObject* theInitial);
+  ForOperator() : NameObject("for") {}
+  ForOperator(Interpreter& ps, PostscriptObject* theControl, PostscriptObject* theProc,
+              PostscriptObject* theLimit, PostscriptObject* theIncrement,
+              PostscriptObject* theInitial);
   ~ForOperator() override;
   void execute(Interpreter& ps) override;
 
@@ -40,20 +45,20 @@ class ForOperator : public NameObject {
   void addIncrement();
   void round(Interpreter& ps);
 
-  PostscriptObject* const control;
+  PostscriptObject* const control = nullptr;
   const RunningProcedure proc;
   // Popped and never counted: kept in memory only.
-  PostscriptObject* const limit;
-  PostscriptObject* const increment;
+  PostscriptObject* const limit = nullptr;
+  PostscriptObject* const increment = nullptr;
   bool up = true;
-  PostscriptObject* const initial;
+  PostscriptObject* const initial = nullptr;
 };
 
 // collection proc forall -
 class ForallOperator : public NameObject {
  public:
-  ForallOperator();
-  ForallOperator(PostscriptObject* theProc, PostscriptObject* theCollection);
+  ForallOperator() : NameObject("forall") {}
+  ForallOperator(Interpreter& ps, PostscriptObject* theProc, PostscriptObject* theCollection);
   ~ForallOperator() override;
   void execute(Interpreter& ps) override;
 
@@ -63,14 +68,15 @@ class ForallOperator : public NameObject {
   void stepDictionary(Interpreter& ps);
 
   const RunningProcedure proc;
-  PostscriptObject* const collection;
+  PostscriptObject* const collection = nullptr;
   int32_t index = 0;
 };
 
 // proc loop -
 class LoopOperator : public NameObject {
  public:
-  explicit LoopOperator(PostscriptObject* theProc = nullptr);
+  LoopOperator() : NameObject("loop") {}
+  LoopOperator(Interpreter& ps, PostscriptObject* theProc);
   ~LoopOperator() override;
   void execute(Interpreter& ps) override;
 
@@ -81,13 +87,14 @@ class LoopOperator : public NameObject {
 // count proc repeat -
 class RepeatOperator : public NameObject {
  public:
-  explicit RepeatOperator(PostscriptObject* theProc = nullptr, int32_t theRemaining = 0);
+  RepeatOperator() : NameObject("repeat") {}
+  RepeatOperator(Interpreter& ps, PostscriptObject* theProc, int32_t theRemaining);
   ~RepeatOperator() override;
   void execute(Interpreter& ps) override;
 
  private:
   const RunningProcedure proc;
-  int32_t remaining;
+  int32_t remaining = 0;
 };
 
 // - exit -

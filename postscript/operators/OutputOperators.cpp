@@ -8,7 +8,7 @@ namespace {
 
 // The share comes first: without room for it nothing of the line is printed.
 void printLine(Interpreter& ps, const std::string& text) {
-  ps.printShare.resize(ps.printBuffer.size() + text.size() + 1);
+  ps.printShare.expectText(ps.printBuffer, ps.printBuffer.size() + text.size() + 1);
   ps.printBuffer.append(text).append("\n");
 }
 

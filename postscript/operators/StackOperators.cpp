@@ -99,9 +99,10 @@ void getStringInterval(Interpreter& ps, const StringObject& source, int32_t inde
   if (index < 0 || static_cast<size_t>(index) > source.view().size() || count < 0) {
     throw Ex(sourceFile, 366, "start or count out of range in getinterval");
   }
-  const std::string_view text = source.view();
-  interval->setText(
-      std::string(text.substr(static_cast<size_t>(index), static_cast<size_t>(count))));
+  const std::string_view text =
+      source.view().substr(static_cast<size_t>(index), static_cast<size_t>(count));
+  ps.memory.budget.expectRoom(text.size());
+  interval->setText(std::string(text));
 }
 
 }  // namespace

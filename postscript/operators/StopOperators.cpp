@@ -4,8 +4,8 @@
 
 namespace postscript {
 
-StoppedOperator::StoppedOperator(PostscriptObject* procedure)
-    : NameObject("stopped"), proc(procedure) {}
+StoppedOperator::StoppedOperator(Interpreter& ps, PostscriptObject* procedure)
+    : NameObject("stopped"), proc(ps, procedure) {}
 
 StoppedOperator::~StoppedOperator() = default;
 
@@ -19,7 +19,7 @@ void StoppedOperator::execute(Interpreter& ps) {
   if (!(array && array->isProcedure()) && !as<NameObject>(procedure.get())) {
     throw Ex("postscript/lib/StopOperators", 40, "Unsupported param type to stopped");
   }
-  ps.executionStack.pushNew<StoppedOperator>(procedure.get());
+  ps.executionStack.pushNew<StoppedOperator>(ps, procedure.get());
   start(ps, procedure.get());
 }
 

@@ -9,7 +9,8 @@ namespace postscript {
 // proc stopped boolean
 class StoppedOperator : public NameObject {
  public:
-  explicit StoppedOperator(PostscriptObject* procedure = nullptr);
+  StoppedOperator() : NameObject("stopped") {}
+  StoppedOperator(Interpreter& ps, PostscriptObject* procedure);
   ~StoppedOperator() override;
   void execute(Interpreter& ps) override;
 

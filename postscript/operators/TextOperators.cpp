@@ -42,6 +42,7 @@ void StringOperator::execute(Interpreter& ps) {
   }
   const auto bytes = static_cast<size_t>(length->value);
   checkStringSize(bytes);
+  ps.memory.budget.expectRoom(bytes);
   pushString(ps, std::string(bytes, '\0'));
 }
 

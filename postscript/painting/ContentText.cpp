@@ -15,6 +15,11 @@ void ContentText::insertClip(std::string_view clip) {
   if (!place) {
     return bytes_.append(clip);
   }
+  if (insertions_.size() == insertions_.capacity()) {
+    const size_t wanted = 2 * insertions_.size() + 16;
+    insertionsShare_.resizeMoving(wanted * sizeof(Insertion));
+    insertions_.reserve(wanted);
+  }
   insertions_.push_back({*place, clip});
   insertedLength_ += clip.size();
 }

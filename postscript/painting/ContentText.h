@@ -16,7 +16,7 @@ namespace postscript {
 
 class ContentText {
  public:
-  explicit ContentText(Budget* budget) : bytes_(budget) {}
+  explicit ContentText(Budget* budget) : bytes_(budget), insertionsShare_(budget) {}
 
   size_t size() const { return bytes_.size() + insertedLength_; }
   // All of it, with a NUL byte after its end; valid until something is written.
@@ -47,6 +47,7 @@ class ContentText {
 
   TextBuffer bytes_;                   // without the insertions
   std::vector<Insertion> insertions_;  // by place; at the same place a later one goes first
+  BudgetShare insertionsShare_;
   size_t insertedLength_ = 0;
   ClipPlace clipPlace_;
   ClipPlace placeAtPart_;  // as it was when the part began

@@ -106,7 +106,7 @@ void ShowpageOperator::execute(Interpreter& ps) {
 
 void PrintOperator::execute(Interpreter& ps) {
   const auto string = popStringObject(ps);
-  ps.printShare.resize(ps.printBuffer.size() + string->text().size());
+  ps.printShare.expectText(ps.printBuffer, ps.printBuffer.size() + string->view().size());
   ps.printBuffer.append(string->textToNul());
 }
 

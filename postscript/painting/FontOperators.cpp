@@ -59,12 +59,12 @@ void SetfontOperator::execute(Interpreter& ps) {
   GraphicsState& state = converter->topState();
   // Of an upright font b is 0, of one turned by a quarter d.
   state.fontSize = matrix.d * 1000.0 + matrix.b * 1000.0;
-  state.fontName = std::make_shared<const std::string>(fontName->name());
+  state.fontName = FontName(fontName->symbol());
 }
 
 // A name that has left the directory comes back with an empty font.
 void CurrentfontOperator::execute(Interpreter& ps) {
-  const std::string& fontName = *converter->topState().fontName;
+  const std::string_view fontName = converter->topState().fontName.text();
   if (PostscriptObject* font = fontDirectory(ps).get(fontName)) {
     ps.operandStack.pushChecked(font);
   } else {

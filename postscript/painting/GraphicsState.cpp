@@ -8,11 +8,6 @@ namespace {
 constexpr const char* sourceFile = "postscript/lib/GraphicsState";
 }
 
-const std::shared_ptr<const std::string>& freshFontName() {
-  static const auto name = std::make_shared<const std::string>("Helvetica");
-  return name;
-}
-
 int32_t imageComponents(const GraphicsState& state) {
   switch (state.colorMode) {
     case ColorMode::rgb:

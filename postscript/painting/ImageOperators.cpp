@@ -42,15 +42,6 @@ const char* inlineSpaceName(ColorMode mode) {
   return mode == ColorMode::cmyk ? "CMYK" : "G";
 }
 
-std::string filterEntry(const FilterNames& filters) {
-  if (filters.empty()) {
-    return {};
-  }
-  std::string text = "/Filter [";
-  filters.forEach([&](std::string_view filter) { text.append(" /").append(filter); });
-  return text + "] ";
-}
-
 int32_t integerEntry(const DictionaryObject& image, const char* key, int32_t line,
                      const char* message) {
   const auto* value = as<IntegerObject>(image.body().get(key));
@@ -94,15 +85,28 @@ void reportDifference(const Interpreter& ps, ImageDifference difference) {
   }
 }
 
+// Operators that are only listed have no converter.
+Budget* budgetOf(Postscript2Pdf* pdf) {
+  return pdf ? &pdf->interpreter->memory.budget : nullptr;
+}
+
 }  // namespace
+
+Imager::Imager(NameObject* imageOperator, Postscript2Pdf* pdf)
+    : self_(imageOperator),
+      pdfConverter_(pdf),
+      dataShare_(budgetOf(pdf)),
+      filterShare_(budgetOf(pdf)) {}
 
 void Imager::reset() {
   awaitingData = false;
   sourceCount = 1;
   components = 0;
   imageColorMode = ColorMode::unknown;
-  imageData.clear();
-  filterText.clear();
+  imageData = {};
+  dataShare_.resize(0);
+  filterText = {};
+  filterShare_.resize(0);
   if (dataSource) {
     giveUp(std::exchange(dataSource, nullptr));
   }
@@ -184,13 +188,29 @@ void Imager::receiveData(Interpreter& ps) {
 
 void Imager::takeString(Interpreter& ps) {
   const auto string = popStringObject(ps);
-  filterText = filterEntry(string->filters());
+  nameFilters(string->filters());
   if (imageData.empty() && string->isAlone()) {
-    imageData = std::move(string->text());
+    imageData = string->body().takeText();
+    dataShare_.resize(imageData.capacity());
     return;
   }
   makeRoom(string->view().size());
   imageData += string->view();
+}
+
+void Imager::nameFilters(const FilterNames& filters) {
+  constexpr std::string_view opening = "/Filter [", beforeName = " /", closing = "] ";
+  filterText.clear();
+  if (filters.empty()) {
+    return;
+  }
+  size_t length = opening.size() + closing.size();
+  filters.forEach([&](std::string_view filter) { length += beforeName.size() + filter.size(); });
+  filterShare_.expectText(filterText, length);
+  filterText.reserve(length);
+  filterText += opening;
+  filters.forEach([&](std::string_view filter) { filterText.append(beforeName).append(filter); });
+  filterText += closing;
 }
 
 void Imager::takeThreeStrings(Interpreter& ps) {
@@ -218,7 +238,9 @@ void Imager::makeRoom(size_t more) {
   checkStringSize(needed);
   if (needed > imageData.capacity()) {
     const auto target = static_cast<size_t>(std::max(targetLength(), 0));
-    imageData.reserve(std::max(needed, std::min(target, trust * needed)));
+    const size_t room = std::max(needed, std::min(target, trust * needed));
+    dataShare_.expectText(imageData, room);
+    imageData.reserve(room);
   }
 }
 
@@ -244,14 +266,21 @@ void Imager::emitObject() {
   std::string dictionary = "/Type /XObject /Subtype /Image /BitsPerComponent " +
                            std::to_string(bitsPerComponent) + " /Width " + std::to_string(width) +
                            " /Height " + std::to_string(height) + " /ColorSpace /" +
-                           spaceName(imageColorMode) + " " + filterText;
+                           spaceName(imageColorMode) + " " + filterText.substr(0, dictionaryLimit);
   if (dictionary.size() > dictionaryLimit) {
     dictionary.resize(dictionaryLimit);
   }
-  const std::string name = pdfConverter_->pdfObjects->nameImage(
+  const size_t dictionarySize = dictionary.size();
+  pdfConverter_->objectShare.take(dictionarySize);
+  const PdfObjectList::NamedImage image = pdfConverter_->pdfObjects->nameImage(
       "/PSI", {TQP_IMAGE, std::move(dictionary), std::move(imageData), filterText.empty() ? 1 : 0,
                nullptr});
-  pdfConverter_->write(name, " Do\n");
+  if (image.isNew) {
+    pdfConverter_->objectShare.takeData(dataShare_);
+  } else {
+    pdfConverter_->objectShare.giveBack(dictionarySize);
+  }
+  pdfConverter_->write(image.name, " Do\n");
 }
 
 void Imager::emitInline() {

@@ -8,6 +8,7 @@
 
 #include "postscript/engine/OperatorRegistry.h"
 #include "postscript/painting/Postscript2Pdf.h"
+#include "postscript/values/FilterNames.h"
 #include "postscript/values/Held.h"
 
 namespace postscript {
@@ -17,8 +18,7 @@ class DictionaryObject;
 
 class Imager {
  protected:
-  Imager(NameObject* imageOperator, Postscript2Pdf* pdf)
-      : self_(imageOperator), pdfConverter_(pdf) {}
+  Imager(NameObject* imageOperator, Postscript2Pdf* pdf);
   Imager(const Imager&) = delete;
   Imager& operator=(const Imager&) = delete;
   ~Imager() { reset(); }
@@ -43,6 +43,7 @@ class Imager {
   void reset();
   void startFetch(Interpreter& ps);
   void takeString(Interpreter& ps);
+  void nameFilters(const FilterNames& filters);
   // From three sources, one byte of each in turn.
   void takeThreeStrings(Interpreter& ps);
   void makeRoom(size_t more);
@@ -55,9 +56,11 @@ class Imager {
   Postscript2Pdf* const pdfConverter_;
   ColorMode imageColorMode = ColorMode::unknown;
   std::string imageData;
+  BudgetShare dataShare_;
   PostscriptObject* dataSource = nullptr;   // counted
   PostscriptObject* imageMatrix = nullptr;  // counted
   std::string filterText;
+  BudgetShare filterShare_;
 };
 
 // width height bits matrix source image -; dict image -

@@ -73,7 +73,6 @@ void MakepatternOperator::openCapture(Interpreter& ps) {
   converter->writeMatrix(steps);
   const Matrix matrix = matrixFromArray(*array);
   PostscriptObject* paintProc = pattern->body().get("PaintProc");
-  converter->inPattern = true;
   enterRecord(*pattern, matrix, paintProc ? pattern.get() : nullptr);
   ps.executionStack.pushChecked(this);
   if (!paintProc) {
@@ -95,17 +94,25 @@ void MakepatternOperator::enterRecord(const DictionaryObject& pattern, const Mat
     contents.dictionary = dictionaryText(pattern, matrix);
     contents.source = source;
   } catch (const Ex&) {
-    pendingPattern = converter->pdfObjects->addPdfObject("/PA", std::move(contents));
+    enter(std::move(contents));
     throw;
   }
+  enter(std::move(contents));
+}
+
+void MakepatternOperator::enter(PdfObjectContents contents) {
+  converter->objectShare.take(contents.dictionary.size());
   pendingPattern = converter->pdfObjects->addPdfObject("/PA", std::move(contents));
+  converter->inPattern = true;
 }
 
 void MakepatternOperator::closeCapture() {
   converter->write("Q\n");
-  converter->inPattern = false;
   // A call may have begun since, and with it a new text.
-  const size_t start = std::min(std::exchange(captureStart, 0), converter->contentText.size());
+  const size_t start = std::min(captureStart, converter->contentText.size());
+  converter->objectShare.take(converter->contentText.size() - start);
+  converter->inPattern = false;
+  captureStart = 0;
   converter->pdfObjects->complete(*pendingPattern, converter->contentText.takePart(start));
   pendingPattern.reset();
 }

@@ -22,6 +22,7 @@ class MakepatternOperator : public NameObject, public Postscript2PdfObject {
  private:
   void openCapture(Interpreter& ps);
   void enterRecord(const DictionaryObject& pattern, const Matrix& matrix, PostscriptObject* source);
+  void enter(PdfObjectContents contents);
   void closeCapture();
 
   size_t captureStart = 0;

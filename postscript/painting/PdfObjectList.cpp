@@ -41,16 +41,18 @@ PdfObjectList::Place PdfObjectList::addPdfObject(std::string_view prefix,
   return {clearCount_, index, current_->records[index]->name};
 }
 
-std::string PdfObjectList::nameImage(std::string_view prefix, PdfObjectContents image) {
+PdfObjectList::NamedImage PdfObjectList::nameImage(std::string_view prefix,
+                                                   PdfObjectContents image) {
   const std::lock_guard lock(mutex_);
   size_t index = current_ ? current_->images.find(*image.data) : PrefixTree::none;
-  if (index == PrefixTree::none) {
+  const bool isNew = index == PrefixTree::none;
+  if (isNew) {
     index = add(prefix, std::move(image));
     // The record comes first: its number is taken even if there is no memory to find it by.
     const PdfObject& record = *current_->records[index];
     current_->images.add({reinterpret_cast<const char*>(record.data), record.dataLength}, index);
   }
-  return current_->records[index]->name;
+  return {current_->records[index]->name, isNew};
 }
 
 size_t PdfObjectList::add(std::string_view prefix, PdfObjectContents contents) {

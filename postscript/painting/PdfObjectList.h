@@ -71,9 +71,13 @@ class PdfObjectList {
 
   // Makes a record, named by the prefix and its number in the list.
   Place addPdfObject(std::string_view prefix, PdfObjectContents contents);
-  // The name of the first image whose data begin with those of the given one: also a longer image,
-  // and whatever its dictionary says. If there is none the image becomes a record.
-  std::string nameImage(std::string_view prefix, PdfObjectContents image);
+  struct NamedImage {
+    std::string name;
+    bool isNew;
+  };
+  // The first image whose data begin with those of the given one: also a longer image, and whatever
+  // its dictionary says. If there is none the image becomes a record.
+  NamedImage nameImage(std::string_view prefix, PdfObjectContents image);
   // Replaces a record by one with the data. Does nothing if the list was emptied since.
   void complete(const Place& place, std::string data);
   void clearPdfObjects() noexcept;

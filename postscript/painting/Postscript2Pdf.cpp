@@ -16,6 +16,9 @@ namespace {
 
 constexpr const char* sourceFile = "Postscript2Pdf";
 
+// Room for so many graphics states stays from page to page.
+constexpr size_t usualStates = 256;
+
 Matrix widened(const float* matrix) {
   return {matrix[0], matrix[1], matrix[2], matrix[3], matrix[4], matrix[5]};
 }
@@ -26,6 +29,7 @@ Postscript2Pdf::Postscript2Pdf(const float* matrix)
     : pageMatrix(widened(matrix)),
       interpreter(std::make_unique<Interpreter>()),
       contentText(&interpreter->memory.budget),
+      objectShare(interpreter->memory.budget, *pdfObjects),
       statesShare_(&interpreter->memory.budget) {
   resetGraphicsStates();
 }
@@ -86,6 +90,7 @@ void Postscript2Pdf::reportFailure(std::string_view words) const {
 }
 
 void Postscript2Pdf::run(std::string_view piece) {
+  objectShare.refresh();
   interpreter->run(piece.data(), piece.size());
   if (contentText.size() > std::numeric_limits<int32_t>::max()) {
     throw Ex(sourceFile, 310, "content text is too long");
@@ -98,8 +103,12 @@ void Postscript2Pdf::pushDefaultGraphicsState() {
 }
 
 void Postscript2Pdf::pushGraphicsState() {
-  statesShare_.resize((graphicsStates.size() + 1) * sizeof(GraphicsState));
-  graphicsStates.push_back(topState());
+  if (graphicsStates.size() == graphicsStates.capacity()) {
+    const size_t wanted = 2 * graphicsStates.size() + 8;
+    statesShare_.resizeMoving(wanted * sizeof(GraphicsState));
+    graphicsStates.reserve(wanted);
+  }
+  graphicsStates.push_back(graphicsStates.back());
 }
 
 void Postscript2Pdf::popGraphicsState() {
@@ -121,6 +130,10 @@ void Postscript2Pdf::resetGraphicsStates() {
     popGraphicsState();
   }
   popGraphicsState();
+  if (graphicsStates.capacity() > usualStates) {
+    graphicsStates.shrink_to_fit();
+    statesShare_.resize(graphicsStates.capacity() * sizeof(GraphicsState));
+  }
 }
 
 void Postscript2Pdf::writePoint(char letter) {

@@ -13,6 +13,7 @@
 #include "postscript/painting/ContentWriter.h"
 #include "postscript/painting/GraphicsState.h"
 #include "postscript/painting/PatternNames.h"
+#include "postscript/painting/PdfObjectShare.h"
 #include "postscript/painting/ProcessState.h"
 #include "postscript/values/NameObject.h"
 
@@ -69,6 +70,7 @@ class Postscript2Pdf {
   std::string errorText;
   ContentText contentText;
   PdfObjectList* const pdfObjects = &processState().pdfObjects;
+  PdfObjectShare objectShare;
   PatternNames patternNames{*pdfObjects};
   bool pendingMoveto = false;
   bool inPattern = false;

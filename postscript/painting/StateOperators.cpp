@@ -17,7 +17,7 @@ void GrestoreOperator::execute(Interpreter&) {
 void SaveOperator::execute(Interpreter& ps) {
   ps.saveLevel = wrappingAdd(ps.saveLevel, 1);
   const uint32_t number = processState().saveCounter++;
-  push<VirtualMemoryObject>(ps, "Save " + std::to_string(static_cast<int32_t>(number)));
+  push<VirtualMemoryObject>(ps, "Save " + std::to_string(static_cast<int32_t>(number)), &ps.memory);
   converter->write("q\n");
 }
 

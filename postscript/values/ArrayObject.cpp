@@ -18,6 +18,8 @@ void appendSyntaxText(const ArrayObject& array, int depth, std::string& text) {
     if (depth > limits::nesting || text.size() > limits::printedText) {
       throw Ex(sourceFile, 101, "array is nested too deep or too large to print");
     }
+    // When the text moves, its old memory stands beside twice as much for a while.
+    array.memory->budget().expectRoom(3 * text.size());
     const PostscriptObject* item = array.items().at(i);
     if (!item) {
       text += "-invalid null ob-";

@@ -17,14 +17,24 @@ class ArrayData : public CompositeData {
   ArrayData(Budget& budget, char arrayKind)
       : CompositeData(TypeTag::array),
         kind(arrayKind),
-        items(arrayKind == procedure ? "Array { Stack" : "Array [ Stack", &budget) {}
+        items(arrayKind == procedure ? "Array { Stack" : "Array [ Stack", &budget),
+        share_(&budget, bytesOfArray) {}
   ~ArrayData() override;
 
   void forEachElement(const Visit& visit) const override { items.forEachObject(visit); }
-  void clearContents() override { items.clear(); }
+  void clearContents() override {
+    items.clear();
+    share_.resize(0);
+  }
 
   const char kind;
   ObjectStack items;  // element 0 at the bottom
+
+ private:
+  // What an array takes besides its elements: body and handle.
+  static constexpr size_t bytesOfArray = 208;
+
+  BudgetShare share_;
 };
 
 class ArrayObject : public CompositeObject {

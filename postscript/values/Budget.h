@@ -1,11 +1,15 @@
 // Budget: how much memory one converter's programs may make grow. Whatever a program can enlarge
-// without end (strings, stacks, arrays, dictionaries, text, graphics states) takes its share before
-// it grows; beyond the limit the run fails with a message instead of eating the machine.
+// without end takes its share before it grows: values and stacks, names, texts that are being
+// gathered, the content text, graphics states, and the objects that the converter has added to the
+// list of the process. Beyond the limit the run fails with a message instead of eating the machine.
 //
-// The figures are estimates on the high side. A share may outlive its budget once it is empty.
+// The figures are estimates on the high side: a test compares them with what is allocated. A share
+// may outlive its budget once it is empty.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <string>
 
 namespace postscript {
 
@@ -31,6 +35,8 @@ class BudgetShare {
  public:
   // budget: null for an owner that nobody limits.
   explicit BudgetShare(Budget* budget) : budget_(budget) {}
+  // Takes so much at once.
+  BudgetShare(Budget* budget, size_t bytes) : budget_(budget) { resize(bytes); }
   BudgetShare(const BudgetShare&) = delete;
   BudgetShare& operator=(const BudgetShare&) = delete;
   ~BudgetShare() { resize(0); }
@@ -45,6 +51,24 @@ class BudgetShare {
     }
     budget_->used_ += bytes - bytes_;
     bytes_ = bytes;
+  }
+  // The same for memory that moves when it grows: for a while the old stands beside the new.
+  void resizeMoving(size_t bytes) {
+    if (budget_ && bytes > bytes_) {
+      budget_->expectRoom(bytes);
+    }
+    resize(bytes);
+  }
+  // Before a text, which has `others` beside it in this share, grows to so many bytes.
+  void expectText(const std::string& text, size_t bytes, size_t others = 0) {
+    if (bytes > text.capacity()) {
+      resizeMoving(others + std::max(bytes, 2 * text.capacity()));
+    }
+  }
+  // All of it becomes part of another share of the same budget.
+  void moveTo(BudgetShare& other) {
+    other.bytes_ += bytes_;
+    bytes_ = 0;
   }
   size_t bytes() const { return bytes_; }
 

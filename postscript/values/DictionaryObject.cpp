@@ -3,6 +3,7 @@
 // somebody first walks over the entries, and is kept up from then on.
 #include "postscript/values/DictionaryObject.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "postscript/values/NameObject.h"
@@ -13,8 +14,6 @@ namespace postscript {
 
 namespace {
 constexpr size_t initialSlots = 8;
-// What an entry takes with its key, its value and its slots.
-constexpr size_t bytesOfEntry = 256;
 }  // namespace
 
 KeyText::KeyText(const PostscriptObject& key) {
@@ -53,7 +52,7 @@ void DictionaryData::put(Symbol& key, PostscriptObject* value) {
     giveUp(std::exchange(entry->value, value));
     return;
   }
-  share_.resize((count_ + 1) * bytesOfEntry);
+  share_.resize(bytesFor(count_ + 1));
   if ((count_ + 1) * 2 > slots_.size()) {
     grow();
   }
@@ -111,7 +110,7 @@ void DictionaryData::remove(Symbol& key) {
   }
   unlink(slot);
   --count_;
-  share_.resize(count_ * bytesOfEntry);
+  share_.resize(bytesFor(count_));
   PostscriptObject* value = entry->value;
   delete entry;
   giveUp(value);
@@ -135,7 +134,7 @@ void DictionaryData::clear() {
   // A value's end may look at this dictionary, so it is empty before the first goes.
   const std::vector<DictionaryEntry*> old = std::exchange(slots_, {});
   count_ = 0;
-  share_.resize(0);
+  share_.resize(std::min(share_.bytes(), bytesFor(0)));
   ordered_.reset();
   for (DictionaryEntry* entry : old) {
     if (entry) {

@@ -57,7 +57,7 @@ class DictionaryData : public CompositeData {
       : CompositeData(TypeTag::dictionary),
         name(std::move(theName)),
         symbols_(symbols),
-        share_(&budget) {}
+        share_(&budget, bytesFor(0)) {}
   ~DictionaryData() override;
 
   // Replaces an existing value of the key.
@@ -78,11 +78,17 @@ class DictionaryData : public CompositeData {
   std::vector<const DictionaryEntry*> entries() const;
 
   void forEachElement(const Visit& visit) const override;
-  void clearContents() override { clear(); }
+  void clearContents() override {
+    clear();
+    share_.resize(0);
+  }
 
   const std::string name;  // empty for a program's own dictionary
 
  private:
+  // What a dictionary takes with so many entries: body and handle, and for each entry its key's
+  // slots, its value and itself.
+  static size_t bytesFor(size_t entries) { return 256 + entries * 256; }
   size_t homeOf(const Symbol& key) const { return key.hash_ & (slots_.size() - 1); }
   DictionaryEntry* probe(const Symbol& key) const;
   void insert(DictionaryEntry* entry);

@@ -4,8 +4,16 @@
 
 namespace postscript {
 
-FilterNames::FilterNames(std::string_view name, FilterNames rest)
-    : first_(std::make_shared<Link>(Link{std::string(name), std::move(rest)})) {}
+namespace {
+// A link besides its name.
+constexpr size_t bytesOfLink = 128;
+}  // namespace
+
+FilterNames::Link::Link(Budget& budget, std::string_view theName, FilterNames theRest)
+    : share(&budget, bytesOfLink + theName.size()), name(theName), rest(std::move(theRest)) {}
+
+FilterNames::FilterNames(Budget& budget, std::string_view name, FilterNames rest)
+    : first_(std::make_shared<Link>(budget, name, std::move(rest))) {}
 
 // Link by link, as a long chain must not end by recursion.
 void FilterNames::endChain() {

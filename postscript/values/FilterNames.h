@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "postscript/values/Budget.h"
+
 namespace postscript {
 
 class FilterNames {
@@ -14,7 +16,7 @@ class FilterNames {
   // No names.
   FilterNames() = default;
   // The name, then those of `rest`.
-  FilterNames(std::string_view name, FilterNames rest);
+  FilterNames(Budget& budget, std::string_view name, FilterNames rest);
   FilterNames(const FilterNames&) = default;
   FilterNames(FilterNames&&) = default;
   FilterNames& operator=(const FilterNames&) = default;
@@ -38,7 +40,10 @@ class FilterNames {
 };
 
 struct FilterNames::Link {
-  std::string name;
+  Link(Budget& budget, std::string_view theName, FilterNames theRest);
+
+  const BudgetShare share;
+  const std::string name;
   FilterNames rest;
 };
 

@@ -12,23 +12,21 @@
 #include <utility>
 #include <vector>
 
+#include "postscript/values/Budget.h"
 #include "postscript/values/PostscriptObject.h"
 
 namespace postscript {
 
 class AbandonedObjects {
  public:
-  AbandonedObjects() = default;
+  explicit AbandonedObjects(Budget* budget = nullptr) : share_(budget) {}
   AbandonedObjects(const AbandonedObjects&) = delete;
   AbandonedObjects& operator=(const AbandonedObjects&) = delete;
   ~AbandonedObjects();
 
   // A run begins: exceptions that are under way outside it are none of its failures. Room is made
   // for what its failure may leave, so that nothing is lost when memory has run out.
-  void beginRun() {
-    outside_ = std::uncaught_exceptions();
-    objects_.reserve(objects_.size() + mostInOneFailure);
-  }
+  void beginRun();
   // A run has failed, and the failure has passed all holders.
   void endFailedRun();
   bool failing() const { return std::uncaught_exceptions() > outside_; }
@@ -43,6 +41,7 @@ class AbandonedObjects {
   std::vector<PostscriptObject*> objects_;
   std::vector<PostscriptObject*> counted_;
   int outside_ = 0;
+  BudgetShare share_;
 };
 
 template <class T = PostscriptObject>

@@ -35,7 +35,7 @@ void ObjectStack::failOnNull() {
 
 void ObjectStack::growTo(size_t capacity) {
   // An item is mostly the only holder of its object, which counts here too.
-  constexpr size_t bytesOfItem = sizeof(StackItem) + 48;
+  constexpr size_t bytesOfItem = sizeof(StackItem) + 96;
   share_.resize(capacity * bytesOfItem);
   items_.reserve(capacity);
 }

@@ -8,21 +8,32 @@ namespace postscript {
 
 namespace {
 constexpr const char* sourceFile = "postscript/lib/StringObject";
-// What a string takes besides its bytes: body and handle.
-constexpr size_t bytesOfString = 192;
+// What a string takes besides its bytes: body, handle and the end of its text.
+constexpr size_t bytesOfString = 208;
 }  // namespace
 
 StringData::StringData(Budget& budget, std::string bytes)
     : CompositeData(TypeTag::string), share_(&budget) {
-  expectSize(bytes.size());
-  text_ = std::move(bytes);
+  setText(std::move(bytes));
 }
 
 StringData::~StringData() = default;
 
 void StringData::expectSize(size_t bytes) {
   checkStringSize(bytes);
-  share_.resize(bytesOfString + bytes);
+  share_.expectText(text_, bytes, bytesOfString);
+}
+
+void StringData::setText(std::string bytes) {
+  checkStringSize(bytes.size());
+  share_.resize(bytesOfString + bytes.capacity());
+  text() = std::move(bytes);
+}
+
+std::string StringData::takeText() {
+  std::string taken = std::exchange(text(), {});
+  share_.resize(bytesOfString);
+  return taken;
 }
 
 StringObject::StringObject(VirtualMemoryObject& space, std::string text)
@@ -53,8 +64,7 @@ void StringObject::append(std::string_view bytes) {
 }
 
 void StringObject::setText(std::string bytes) {
-  body().expectSize(bytes.size());
-  text() = std::move(bytes);
+  body().setText(std::move(bytes));
 }
 
 void checkStringSize(size_t bytes) {

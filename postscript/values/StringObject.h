@@ -22,6 +22,9 @@ class StringData : public CompositeData {
   void clearContents() override { text().clear(); }
   // Before the text grows to so many bytes.
   void expectSize(size_t bytes);
+  void setText(std::string bytes);
+  // Leaves the string empty; the text is the caller's, who has to take a share for it.
+  std::string takeText();
 
   // To read or to change; may hold NUL bytes.
   std::string& text() {

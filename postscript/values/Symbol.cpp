@@ -1,7 +1,9 @@
 // The table is a plain hash table with linear probing. Symbols are never taken out one by one: when
-// the table is full, those that nobody uses any more are dropped, and it grows if too many remain.
+// the table is full, or the new ones are half of what all take, those that nobody uses any more are
+// dropped, and it grows if too many remain.
 #include "postscript/values/Symbol.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 
@@ -10,6 +12,15 @@ namespace postscript {
 namespace {
 
 constexpr size_t initialSlots = 2048;
+// A longer text is kept in the table, where the budget counts it.
+constexpr size_t longestOwnText = 8;
+// Unused symbols may take so much before they are looked for.
+constexpr size_t untidyBytes = size_t{1} << 20;
+
+// What a symbol takes with its slots.
+size_t bytesOfSymbol(size_t textSize) {
+  return 160 + textSize;
+}
 
 // Eight bytes at a time; the multiplications spread each byte over the upper half.
 uint32_t hashOf(std::string_view text) {
@@ -46,7 +57,7 @@ void Symbol::end() {
   objectPool::free(this, blockSize);
 }
 
-SymbolTable::SymbolTable() : slots_(initialSlots) {}
+SymbolTable::SymbolTable(Budget* budget) : slots_(initialSlots), share_(budget) {}
 
 SymbolTable::~SymbolTable() {
   for (const auto& [symbol, hash] : slots_) {
@@ -76,10 +87,8 @@ Symbol& SymbolTable::symbolOf(std::string_view text) {
   const uint32_t hash = hashOf(text);
   size_t slot = slotOf(text, hash);
   if (!slots_[slot].symbol) {
-    if (count_ * 2 >= slots_.size()) {
-      makeRoom();
-      slot = slotOf(text, hash);
-    }
+    expectRoom(text.size());
+    slot = slotOf(text, hash);
     slots_[slot] = {&Symbol::make(text, hash, this), hash};
     ++count_;
   }
@@ -87,8 +96,22 @@ Symbol& SymbolTable::symbolOf(std::string_view text) {
 }
 
 Symbol& SymbolTable::existingOrOwn(std::string_view text) {
+  if (text.size() > longestOwnText) {
+    return symbolOf(text);
+  }
   Symbol* symbol = find(text);
   return symbol ? *symbol : Symbol::make(text);
+}
+
+// Before a symbol is added.
+void SymbolTable::expectRoom(size_t textSize) {
+  const size_t bytes = bytesOfSymbol(textSize);
+  const bool untidy = bytesSinceTidied_ + bytes > std::max(untidyBytes, share_.bytes() / 2);
+  if (count_ * 2 >= slots_.size() || untidy) {
+    makeRoom();
+  }
+  share_.resize(share_.bytes() + bytes);
+  bytesSinceTidied_ += bytes;
 }
 
 void SymbolTable::makeRoom() {
@@ -99,6 +122,7 @@ void SymbolTable::makeRoom() {
   std::vector<Slot> old(used * 4 > slots_.size() ? slots_.size() * 2 : slots_.size());
   old.swap(slots_);
   count_ = used;
+  size_t bytes = 0;
   for (const auto& [symbol, hash] : old) {
     if (!symbol) {
       continue;
@@ -107,8 +131,11 @@ void SymbolTable::makeRoom() {
       symbol->end();
     } else {
       slots_[slotOf(symbol->text(), hash)] = {symbol, hash};
+      bytes += bytesOfSymbol(symbol->text().size());
     }
   }
+  share_.resize(std::min(bytes, share_.bytes()));
+  bytesSinceTidied_ = 0;
 }
 
 }  // namespace postscript

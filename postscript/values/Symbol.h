@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "postscript/values/Budget.h"
 #include "postscript/values/ObjectPool.h"
 
 namespace postscript {
@@ -61,20 +62,22 @@ class Symbol {
 
 class SymbolTable {
  public:
-  SymbolTable();
+  // budget: null for a table that nobody limits.
+  explicit SymbolTable(Budget* budget = nullptr);
   SymbolTable(const SymbolTable&) = delete;
   SymbolTable& operator=(const SymbolTable&) = delete;
   ~SymbolTable();
 
   // The one symbol of a text. Whoever keeps the pointer takes a use before the next call.
   Symbol& symbolOf(std::string_view text);
-  // The same if there is one already; else a symbol outside of the table.
+  // The same if there is one already or the text is long; else a symbol outside of the table.
   Symbol& existingOrOwn(std::string_view text);
   // Null when no symbol has the text.
   Symbol* find(std::string_view text) const;
 
  private:
   size_t slotOf(std::string_view text, uint32_t hash) const;
+  void expectRoom(size_t textSize);
   void makeRoom();
 
   struct Slot {
@@ -84,6 +87,8 @@ class SymbolTable {
 
   std::vector<Slot> slots_;  // open addressing; null is free; a power of two, at most half full
   size_t count_ = 0;
+  BudgetShare share_;            // for all symbols
+  size_t bytesSinceTidied_ = 0;  // of those that came since unused ones were dropped
 };
 
 }  // namespace postscript

@@ -7,6 +7,21 @@
 
 namespace postscript {
 
+namespace {
+constexpr size_t bytesOfSpace = 192;
+}  // namespace
+
+VirtualMemoryObject::VirtualMemoryObject(std::shared_ptr<const std::string> name, size_t copies,
+                                         VirtualMemorySet* set)
+    : PostscriptObject(tag),
+      name_(std::move(name)),
+      copies_(copies),
+      set_(set),
+      share_(&set->budget, bytesOfSpace) {}
+
+VirtualMemoryObject::VirtualMemoryObject(std::string name, VirtualMemorySet* set)
+    : VirtualMemoryObject(std::make_shared<const std::string>(std::move(name)), 0, set) {}
+
 VirtualMemoryObject::~VirtualMemoryObject() {
   ending_ = true;
   while (CompositeData* body = first_) {
@@ -22,12 +37,16 @@ VirtualMemoryObject::~VirtualMemoryObject() {
 }
 
 std::string VirtualMemoryObject::describe() const {
+  constexpr std::string_view copyOf = "Copy of ";
   std::string text = typeName(type);
+  const size_t length = text.size() + 1 + copies_ * copyOf.size() + name_->size();
+  set_->budget.expectRoom(length);
+  text.reserve(length);
   text += ' ';
   for (size_t i = 0; i < copies_; ++i) {
-    text += "Copy of ";
+    text += copyOf;
   }
-  return text + *name_;
+  return text += *name_;
 }
 
 void VirtualMemoryObject::enter(CompositeData& body) {

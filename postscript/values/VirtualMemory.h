@@ -21,17 +21,16 @@ class VirtualMemoryObject : public PostscriptObject {
  public:
   static constexpr TypeTag tag = TypeTag::save;
 
-  // set: to which the space belongs; null for a value of save.
-  explicit VirtualMemoryObject(std::string name, VirtualMemorySet* set = nullptr)
-      : PostscriptObject(tag),
-        name_(std::make_shared<const std::string>(std::move(name))),
-        set_(set) {}
+  // set: the memory to which the space or value belongs.
+  VirtualMemoryObject(std::string name, VirtualMemorySet* set);
   // Ends the bodies, oldest first.
   ~VirtualMemoryObject() override;
 
   std::string describe() const override;
   // A new, empty space: the bodies stay with the source.
-  PostscriptObject* clone() const override { return new VirtualMemoryObject(*this); }
+  PostscriptObject* clone() const override {
+    return new VirtualMemoryObject(name_, copies_ + 1, set_);
+  }
 
   SymbolTable& symbols() const;
   Budget& budget() const;
@@ -42,8 +41,8 @@ class VirtualMemoryObject : public PostscriptObject {
   void lastHandleGone(CompositeData& body);
 
  private:
-  VirtualMemoryObject(const VirtualMemoryObject& source)
-      : PostscriptObject(tag), name_(source.name_), copies_(source.copies_ + 1) {}
+  VirtualMemoryObject(std::shared_ptr<const std::string> name, size_t copies,
+                      VirtualMemorySet* set);
   // Whether nothing can tell that the body ends; and whether it holds strings that others hold too.
   struct Elements {
     bool endSilently = true;
@@ -56,9 +55,10 @@ class VirtualMemoryObject : public PostscriptObject {
 
   // The space's name is this, with "Copy of " in front for each of the copies that led to it: the
   // names of a thousand copies of copies take no room.
-  std::shared_ptr<const std::string> name_;
-  size_t copies_ = 0;
-  VirtualMemorySet* set_ = nullptr;
+  const std::shared_ptr<const std::string> name_;
+  const size_t copies_;
+  VirtualMemorySet* const set_;
+  BudgetShare share_;
   uint32_t nextIndex_ = 0;
   CompositeData* first_ = nullptr;  // the oldest
   CompositeData* last_ = nullptr;
@@ -77,7 +77,7 @@ struct VirtualMemorySet {
   void keepCount(PostscriptObject& object);
 
   Budget budget;
-  SymbolTable symbols;
+  SymbolTable symbols{&budget};
   VirtualMemoryObject* local;
   VirtualMemoryObject* global;
   VirtualMemoryObject* current;  // one of the two: where new bodies go

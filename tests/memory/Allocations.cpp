@@ -1,5 +1,8 @@
 #include "tests/memory/Allocations.h"
 
+#include <malloc.h>
+
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
@@ -7,7 +10,15 @@ namespace {
 
 uint64_t calls, failing;
 bool failingOn;
-int64_t blocks;
+int64_t blocks, bytes, peak, bytesBefore;
+
+int64_t sizeOf(void* memory) {
+#ifdef _WIN32
+  return static_cast<int64_t>(_msize(memory));
+#else
+  return static_cast<int64_t>(malloc_usable_size(memory));
+#endif
+}
 
 void* allocate(size_t size) {
   ++calls;
@@ -15,12 +26,19 @@ void* allocate(size_t size) {
     return nullptr;
   }
   void* memory = std::malloc(size == 0 ? 1 : size);
-  blocks += memory != nullptr;
+  if (memory) {
+    ++blocks;
+    bytes += sizeOf(memory);
+    peak = std::max(peak, bytes);
+  }
   return memory;
 }
 
 void deallocate(void* memory) {
-  blocks -= memory != nullptr;
+  if (memory) {
+    --blocks;
+    bytes -= sizeOf(memory);
+  }
   std::free(memory);
 }
 
@@ -40,6 +58,14 @@ uint64_t count() {
 
 int64_t inUse() {
   return blocks;
+}
+
+void watchPeak() {
+  peak = bytesBefore = bytes;
+}
+
+int64_t peakBytes() {
+  return peak - bytesBefore;
 }
 
 }  // namespace allocations

@@ -15,4 +15,8 @@ uint64_t count();
 // How many blocks are in use.
 int64_t inUse();
 
+// The most bytes that were in use at a time since `watchPeak`, above what was in use then.
+void watchPeak();
+int64_t peakBytes();
+
 }  // namespace allocations

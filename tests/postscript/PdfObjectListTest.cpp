@@ -49,11 +49,11 @@ TEST(PrefixTree, FindsWhatAWalkOverAllFinds) {
 TEST(PdfObjectList, NamesAnImageByTheFirstThatBeginsWithItsData) {
   PdfObjectList list;
   list.addPdfObject("/PA", pattern());
-  EXPECT_EQ(list.nameImage("/PSI", image(std::string("ab\0d", 4))), "/PSI2");
-  EXPECT_EQ(list.nameImage("/PSI", image(std::string("ab\0", 3))), "/PSI2");
-  EXPECT_EQ(list.nameImage("/PSI", image("abc")), "/PSI3");
-  EXPECT_EQ(list.nameImage("/PSI", image(std::string("ab\0de", 5))), "/PSI4");
-  EXPECT_EQ(list.nameImage("/PSI", image("a")), "/PSI2");
+  EXPECT_EQ(list.nameImage("/PSI", image(std::string("ab\0d", 4))).name, "/PSI2");
+  EXPECT_EQ(list.nameImage("/PSI", image(std::string("ab\0", 3))).name, "/PSI2");
+  EXPECT_EQ(list.nameImage("/PSI", image("abc")).name, "/PSI3");
+  EXPECT_EQ(list.nameImage("/PSI", image(std::string("ab\0de", 5))).name, "/PSI4");
+  EXPECT_EQ(list.nameImage("/PSI", image("a")).name, "/PSI2");
 }
 
 TEST(PdfObjectList, HandsOutAFinishedPatternInItsPlace) {
@@ -88,7 +88,7 @@ TEST(PdfObjectList, KeepsWhatIsHandedOutUntilTheNextTime) {
   list.complete(place, "Q\n");
   EXPECT_STREQ(record->name, "/PA1");
   EXPECT_TRUE(handedOut(list, to).empty());
-  EXPECT_EQ(list.nameImage("/PSI", image("abc")), "/PSI1");
+  EXPECT_EQ(list.nameImage("/PSI", image("abc")).name, "/PSI1");
 }
 
 // Each thread stores images that all have, images and patterns of its own, and reads everything it

@@ -49,7 +49,7 @@ const std::string definePattern =
 
 TEST_F(Postscript2PdfTest, TracksFontsAndColorSpaces) {
   const GraphicsState& fresh = converter.topState();
-  EXPECT_EQ(*fresh.fontName, "Helvetica");
+  EXPECT_EQ(fresh.fontName.text(), "Helvetica");
   EXPECT_EQ(fresh.fontSize, 12);
   EXPECT_EQ(fresh.colorSpace, ColorMode::rgb);
   convert("/Helvetica findfont 12 scalefont setfont /DeviceCMYK setcolorspace ");
@@ -62,7 +62,7 @@ TEST_F(Postscript2PdfTest, TracksFontsAndColorSpaces) {
       "/T 3 dict dup begin /FontMatrix [0 0.01 -0.01 0 0 0] def /FontName /Turned def end def "
       "T setfont /DeviceRGB setcolorspace ");
   EXPECT_DOUBLE_EQ(converter.topState().fontSize, 10);
-  EXPECT_EQ(*converter.topState().fontName, "Turned");
+  EXPECT_EQ(converter.topState().fontName.text(), "Turned");
   EXPECT_EQ(converter.topState().colorSpace, ColorMode::rgb);
   // Without a good name the size stays too.
   EXPECT_EQ(convert("T /FontName 5 put T /FontMatrix matrix put T setfont "), "failed");
@@ -108,6 +108,7 @@ TEST_F(Postscript2PdfTest, FailsWhereverTheMemoryEnds) {
   std::string text = "failed";
   for (size_t more = 0; text == "failed" && more < 1'000'000; more += 500) {
     converter.errorText.clear();
+    converter.interpreter->executionStack.clear();
     converter.startPage(identity);
     budget.setLimit(budget.used() + more);
     text = convert("k ");
