@@ -2,7 +2,8 @@
 # need and of the program, or one archive for Windows. scripts/package runs it.
 set(CPACK_PACKAGE_NAME quillpress)
 set(CPACK_PACKAGE_VENDOR Tarnwick)
-set(CPACK_PACKAGE_CONTACT "Tarnwick <quillpress@tarnwick.example>")
+set(QUILLPRESS_MAINTAINER "" CACHE STRING "Who answers for the packages: NAME <ADDRESS>")
+set(CPACK_PACKAGE_CONTACT "${QUILLPRESS_MAINTAINER}")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_SOURCE_DIR}/build/packages)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ

@@ -2,7 +2,7 @@
 // table of what it prints.
 //
 //   measure_library LIBRARY WORKLOAD SIZE [PIECE]         a line of figures
-//   measure_library --hash LIBRARY WORKLOAD SIZE [PIECE]  the hash alone, which may be any
+//   measure_library --hash LIBRARY WORKLOAD SIZE          the hash alone, which may be any
 //   measure_library --kinds                               the workloads and what they are
 //
 // The line: seconds S bytes B objects N text T peak P allocations A allocated B hash H. Seconds are

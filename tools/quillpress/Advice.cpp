@@ -24,7 +24,8 @@ constexpr Row rows[] = {
     {"", "eexec", "embedded-font", "an embedded font is not read",
      "text is not painted anyway; have the program that wrote the file turn text into outlines"},
     {"", "setpagedevice", "setpagedevice", "the call of setpagedevice cannot be made",
-     "the page's size is taken from the comments; give another one with --page-size"},
+     "the page's size is the one that /PageSize or the comments give; another one can be given "
+     "with --page-size"},
     {"Could not find image mask", "", "mask-source",
      "a mask whose samples come from a procedure cannot be painted",
      "its samples must stand in a string"},

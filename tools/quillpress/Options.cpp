@@ -261,10 +261,8 @@ void CommandLine::settleOutputs() {
   if (!outputFolder_.empty()) {
     for (const std::string& input : files_) {
       options_.inputs.push_back(input);
-      options_.outputs.push_back(
-          (fs::path(outputFolder_) /
-           fs::path(pdfNameOf(input == "-" ? "standard-input" : input)).filename())
-              .string());
+      const std::string name = pdfNameOf(input == "-" ? "standard-input" : input);
+      options_.outputs.push_back(utf8Path(systemPath(outputFolder_) / systemPath(name).filename()));
     }
     return;
   }

@@ -11,6 +11,7 @@
 
 #include <array>
 #include <cerrno>
+#include <system_error>
 
 namespace quillpress {
 namespace {
@@ -21,6 +22,15 @@ std::string utf8Of(const wchar_t* wide) {
   ::WideCharToMultiByte(CP_UTF8, 0, wide, -1, text.data(), size, nullptr, nullptr);
   text.pop_back();  // the terminator
   return text;
+}
+
+// Windows says of a folder that access to it is denied, which helps nobody.
+int withReason(int descriptor, const std::filesystem::path& path) {
+  std::error_code none;
+  if (descriptor < 0 && errno == EACCES && std::filesystem::is_directory(path, none)) {
+    errno = EISDIR;
+  }
+  return descriptor;
 }
 
 }  // namespace
@@ -54,11 +64,11 @@ std::filesystem::path systemPath(const std::string& utf8) {
 }
 
 int openToRead(const std::filesystem::path& path) {
-  return ::_wopen(path.c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT);
+  return withReason(::_wopen(path.c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT), path);
 }
 
 int openToWrite(const std::filesystem::path& path) {
-  return ::_wopen(path.c_str(), _O_WRONLY | _O_BINARY | _O_NOINHERIT);
+  return withReason(::_wopen(path.c_str(), _O_WRONLY | _O_BINARY | _O_NOINHERIT), path);
 }
 
 // Numbers until one is free: two programs that run at the same time have different process numbers.
