@@ -488,7 +488,7 @@ Token Parser::nameToken(std::string_view text) const {
 }
 
 Token Parser::literalName(std::string_view text) const {
-  auto* name = new NameObject(memory.symbols.existingOrOwn(text));
+  auto* name = new NameObject(memory.symbols, text);
   name->executable = false;
   return Token::ofObject(name);
 }
