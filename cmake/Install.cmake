@@ -29,7 +29,7 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/tqpumpd2kConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/tqpumpd2kConfigVersion.cmake
         DESTINATION ${cmake_folder} COMPONENT development)
 
-install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents)
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT documents)
 install(DIRECTORY samples/ DESTINATION ${samples_folder} COMPONENT samples
         USE_SOURCE_PERMISSIONS

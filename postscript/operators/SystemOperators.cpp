@@ -33,9 +33,6 @@ void StatusdictOperator::execute(Interpreter& ps) {
 void ResourcestatusOperator::execute(Interpreter& ps) {
   const Held<> category = popObject(ps);
   const Held<> key = popObject(ps);
-  if (!category || !key) {
-    throw Ex(sourceFile, 195, "resourcestatus invalid args");
-  }
   pushInteger(ps, 0);
   pushInteger(ps, 0);
   pushBoolean(ps, true);
@@ -44,9 +41,6 @@ void ResourcestatusOperator::execute(Interpreter& ps) {
 void DefinefontOperator::execute(Interpreter& ps) {
   const auto font = popDictionaryObject(ps);
   const Held<> key = popObject(ps);
-  if (!key) {
-    throw Ex(sourceFile, 236, "definefont invalid args");
-  }
   ps.dictionaries.fontDirectory->body().put(KeyText(*key), font.get());
   ps.operandStack.pushChecked(font.get());
 }

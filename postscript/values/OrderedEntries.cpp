@@ -37,14 +37,21 @@ size_t OrderedEntries::blockOf(const DictionaryEntry* entry) const {
 }
 
 void OrderedEntries::insert(DictionaryEntry* entry) {
-  const size_t index = blockOf(entry);
+  size_t index = blockOf(entry);
+  if (blocks_[index].size() == blockLimit) {
+    split(index);
+    index = blockOf(entry);
+  }
   Block& block = blocks_[index];
   block.insert(std::upper_bound(block.begin(), block.end(), entry, isBefore), entry);
-  if (block.size() == blockLimit) {
-    Block upper(block.begin() + blockLimit / 2, block.end());
-    block.resize(blockLimit / 2);
-    blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(index) + 1, std::move(upper));
-  }
+}
+
+void OrderedEntries::split(size_t index) {
+  const Block& block = blocks_[index];
+  Block upper(block.begin() + blockLimit / 2, block.end());
+  blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(index) + 1, std::move(upper));
+  // Last, as all that needs memory is done.
+  blocks_[index].resize(blockLimit / 2);
 }
 
 void OrderedEntries::remove(const DictionaryEntry* entry) {

@@ -15,6 +15,7 @@ class OrderedEntries {
   // entries: in any order; they stay the caller's.
   explicit OrderedEntries(std::vector<DictionaryEntry*> entries);
 
+  // Without memory for it everything stays as it was.
   void insert(DictionaryEntry* entry);
   void remove(const DictionaryEntry* entry);
   // index: below the number of entries.
@@ -24,6 +25,8 @@ class OrderedEntries {
   using Block = std::vector<DictionaryEntry*>;
   // The block that holds the entry or would take it.
   size_t blockOf(const DictionaryEntry* entry) const;
+  // Moves the upper half of a full block into one of its own.
+  void split(size_t index);
 
   std::vector<Block> blocks_;  // never empty blocks, but for the only one
 };

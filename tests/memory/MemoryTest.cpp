@@ -4,11 +4,15 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #include <string>
 
 #include "include/tqpumpd2k.h"
 #include "postscript/painting/ClearPdfObjects.h"
+#include "postscript/values/DictionaryObject.h"
+#include "postscript/values/IntegerObject.h"
 #include "postscript/values/ObjectPool.h"
+#include "postscript/values/VirtualMemory.h"
 #include "tests/memory/Allocations.h"
 
 namespace {
@@ -87,6 +91,43 @@ TEST(Memory, EveryAllocationMayFailOnce) {
 
 TEST(Memory, EveryAllocationMayFailForGood) {
   EXPECT_EQ(leftByFailures(true), 0);
+}
+
+// Fails the given allocation of the entry that comes after so many others, in a dictionary that
+// somebody walks over. Whether it was one.
+bool failsEntryAfter(int size, uint64_t allocation) {
+  postscript::VirtualMemorySet memory;
+  postscript::DictionaryObject dictionary(*memory.local);
+  const postscript::DictionaryData& body = dictionary.body();
+  for (int i = 0; i < size; ++i) {
+    dictionary.putNew<postscript::IntegerObject>("k" + std::to_string(1000 + i), i);
+    body.entryAt(0);
+  }
+  bool failed = false;
+  allocations::failAt(allocation);
+  try {
+    dictionary.putNew<postscript::IntegerObject>("a", -1);
+  } catch (const std::bad_alloc&) {
+    failed = true;
+  }
+  allocations::failAt(0);
+  EXPECT_EQ(body.size(), size + !failed);
+  for (int i = 0; i < body.size(); ++i) {
+    const std::string key = i == 0 && !failed ? "a" : "k" + std::to_string(1000 + i - !failed);
+    EXPECT_EQ(&body.entryAt(i), body.find(memory.symbols.symbolOf(key))) << key;
+  }
+  return failed;
+}
+
+// Entries lie in order in blocks, and a full block is split.
+TEST(Memory, EntriesStayInOrderWithoutMemoryForOneMore) {
+  for (const int size : {3, 511, 512}) {
+    uint64_t allocation = 1;
+    while (failsEntryAfter(size, allocation)) {
+      ++allocation;
+    }
+    EXPECT_GT(allocation, 2u);
+  }
 }
 
 // As many converters as CONVERTERS says; scripts/soak asks for more than the tests do.

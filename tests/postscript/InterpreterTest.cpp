@@ -47,7 +47,7 @@ TEST(UnknownNames, AreListedInOrderWithTheirCounts) {
   Interpreter ps;
   installLanguage(ps);
   quillpress::debugReceiver = [](const char* text) { debugText += text; };
-  const std::string_view program = "zz add /ab zz { x Ab a1 zz } (ab) /x1 unfinished";
+  const std::string_view program = "zz add /ab zz { x Ab a1 a~b zz } (ab) /x1 unfinished";
   ps.listUnknownNames(program.data(), program.size());
   quillpress::debugReceiver = nullptr;
   EXPECT_EQ(debugText, "ab (1)\nzz (3)\n");

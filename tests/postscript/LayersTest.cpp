@@ -9,6 +9,7 @@
 #include "postscript/converter/Layers.h"
 #include "postscript/converter/OpenConverter.h"
 #include "postscript/engine/Interpreter.h"
+#include "postscript/engine/OperatorRegistry.h"
 
 namespace postscript {
 namespace {
@@ -73,6 +74,27 @@ TEST_F(Layers, LeaveSixNamesToDataInTheEnd) {
   }
   EXPECT_THAT(data, ElementsAre("errordict", "globaldict", "languagelevel", "systemdict",
                                 "userdict", "version"));
+}
+
+// An operator that the order does not name is defined after those that it does.
+TEST_F(Layers, DefineOperatorsThatTheirOrderDoesNotName) {
+  class Named : public NameObject {
+   public:
+    using NameObject::NameObject;
+  };
+  OperatorRegistry registry;
+  for (const char* name : {"late", "second", "first", "later"}) {
+    registry.add<Named>(name);
+  }
+  constexpr std::string_view order[] = {"first", "nobody", "second"};
+  registry.defineAll(ps.dictionaries, order);
+  EXPECT_THAT(entries(), SizeIs(4));
+  // Again, for what is replaced is listed as it comes.
+  for (const char* name : {"late", "second", "first", "later"}) {
+    registry.add<Named>(name);
+  }
+  registry.defineAll(ps.dictionaries, order);
+  EXPECT_THAT(dictionaries.replacedNames, ElementsAre("first", "second", "late", "later"));
 }
 
 }  // namespace

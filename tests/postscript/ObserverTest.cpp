@@ -63,10 +63,13 @@ TEST(Observer, IsToldWhatAProgramLoses) {
       {"1 0 0 setrgbcolor 2 1 8 [2 0 0 -1 0 1] {(abcdef)} image ", "components "},
       {"0 setgray 2 1 8 [2 0 0 1 0 0] {(ab)} image ", "matrix "},
       {"0 setgray 2 1 8 [2 0 (x) -1 0 1] {(ab)} image ", "matrix "},
+      {"0 setgray 2 1 8 [2.0 0 0 -1.5 0 1] {(ab)} image 2 1 8 [2 0 0 -1 0] {(ab)} image ",
+       "matrix matrix "},
       {"1 1 8 [1 0 0 -1 0 1.0] {(a)} {(b)} {(c)} true 3 colorimage ", "reversed "},
       {"/d 9 dict def d /Width 1 put d /Height 1 put d /BitsPerComponent 8 put d /Decode [1 0] put "
-       "d /ImageMatrix [1 0 0 -1 0 1] put d /DataSource {(a)} put d image ",
-       "decode "},
+       "d /ImageMatrix [1 0 0 -1 0 1] put d /DataSource {(a)} put d image "
+       "d /Decode [0 1 0 1 0 1 0 1 0 1] put d /ImageMatrix 5 put d image ",
+       "decode matrix "},
   };
   for (const auto& [program, told] : cases) {
     EXPECT_EQ(run(program).told, told) << program;

@@ -2,6 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <iterator>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
 
 #include "postscript/values/DictionaryObject.h"
 #include "postscript/values/Ex.h"
@@ -88,6 +93,60 @@ TEST(DictionaryData, GivesUpWhatItReplacesOrLoses) {
     EXPECT_EQ(dictionary.get("b"), nullptr);
   }
   EXPECT_EQ(Counted::alive, 0);
+}
+
+// Enough keys to fill blocks of the order and to empty them again, walked over all along.
+TEST(DictionaryData, StaysInOrderWhileItGrowsAndShrinks) {
+  SymbolTable symbols;
+  Budget budget;
+  DictionaryData dictionary(budget, symbols);
+  std::set<std::string> keys;
+  std::minstd_rand random(3);
+  const auto expectSame = [&](size_t index) {
+    ASSERT_EQ(static_cast<size_t>(dictionary.size()), keys.size());
+    if (index < keys.size()) {
+      const auto& entry = dictionary.entryAt(static_cast<int32_t>(index));
+      ASSERT_EQ(entry.symbol.text(), *std::next(keys.begin(), static_cast<ptrdiff_t>(index)));
+    }
+  };
+  for (int turn = 0; turn < 6000; ++turn) {
+    const std::string key = std::to_string(random() % 2500);
+    // Mostly more keys, then mostly fewer, from the front on.
+    if (turn < 3000 ? random() % 8 > 0 : random() % 8 == 0) {
+      dictionary.put(key, new NullObject);
+      keys.insert(key);
+    } else if (!keys.empty()) {
+      const std::string first = *keys.begin();
+      dictionary.remove(first);
+      keys.erase(first);
+    }
+    expectSame(random() % 2500);
+  }
+  EXPECT_LT(keys.size(), 20u);
+}
+
+TEST(SymbolTable, DropsWhatNobodyUsesAndKeepsTheRest) {
+  std::vector<Symbol*> taken;
+  {
+    SymbolTable table;
+    for (int i = 0; i < 20000; ++i) {
+      Symbol& symbol = table.symbolOf("n" + std::to_string(i));
+      if (i % 100 == 0) {
+        symbol.take();
+        taken.push_back(&symbol);
+      }
+    }
+    for (size_t i = 0; i < taken.size(); ++i) {
+      EXPECT_EQ(&table.symbolOf("n" + std::to_string(100 * i)), taken[i]);
+    }
+    EXPECT_EQ(table.find("n1"), nullptr) << "long gone";
+  }
+  // What is used outlives the table.
+  for (size_t i = 0; i < taken.size(); ++i) {
+    EXPECT_EQ(taken[i]->text(), "n" + std::to_string(100 * i));
+    EXPECT_EQ(taken[i]->table(), nullptr);
+    taken[i]->giveBack();
+  }
 }
 
 TEST(Held, ReleasesOnTheNormalWayAndKeepsOnFailure) {

@@ -183,6 +183,13 @@ TEST_F(Convert, TakesOneCauseAndNotItsEchoes) {
   EXPECT_THAT(errors, Not(HasSubstr("pop - expected")));
 }
 
+TEST_F(Convert, SaysWhetherAnUnknownNameIsDefinedElsewhere) {
+  pagesOf(firstPage + "late 1 pop\n/latest 1 def\n/late {} def\nMyEncoding pop\n", "", 3);
+  EXPECT_THAT(errors, HasSubstr("\"late\" is not defined when it is used; what defines it failed"));
+  EXPECT_THAT(errors, HasSubstr("\"MyEncoding\" is no operator here"));
+  EXPECT_THAT(errors, HasSubstr("text is not painted anyway"));
+}
+
 TEST_F(Convert, ReportsAFailingPrologOnce) {
   EXPECT_EQ(pagesOf("nonesuch\n/f {stroke} def\n" + firstPage + failingPage + secondPage +
                         "%%Page: 4 4\n0 0 moveto 3 3 lineto f\n",
@@ -327,6 +334,10 @@ TEST_F(Convert, SaysWhatIsWrongAndLeavesNothing) {
       {"$Q convert --page-size B9 in.ps old.pdf", "letter, legal"},
       {"$Q convert --page-size 0x9 in.ps old.pdf", "not 0x9"},
       {"$Q convert --page-size 1e9x1e9 in.ps old.pdf", "at most 14400 points"},
+      {"$Q convert --time-limit -1 in.ps old.pdf", "0 for no limit; not -1"},
+      {"$Q objects in.ps", "give the folder for the objects"},
+      {"$Q name --set =x Title", "give KEY=VALUE, not =x"},
+      {"$Q in.ps in.ps", "INPUT and OUTPUT are both in.ps"},
       {"$Q in.ps bad.ps", "for several inputs give --output-dir"},
       {"$Q in.ps bad.ps old.pdf", "for several inputs give --output-dir"},
       {"$Q --strict half.ps old.pdf", "half.ps would not come out whole; nothing was written"},

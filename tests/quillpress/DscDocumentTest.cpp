@@ -138,6 +138,8 @@ TEST(DscDocument, GivesThePagesRotation) {
       {"%%Page: 1\n%%ViewingOrientation: 0 -1 1 0\n", 270},
       {"%%Page: 1\n%%ViewingOrientation: -1 0 0 -1\n", 180},
       {"%%Orientation: (atend)\n%%Page: 1\n%%Trailer\n%%Orientation: Landscape\n", 90},
+      {"%%Page: 1\n%%PageOrientation: Seascape\n", 270},
+      {"%%Page: 1\n%%ViewingOrientation: 0 1 -1\n", 0},
       {"%%Orientation: sideways\n", 0}};
   for (const auto& [file, rotation] : cases) {
     EXPECT_EQ(DscDocument(file).pages().back().rotation, rotation) << file;

@@ -71,6 +71,14 @@ TEST_F(LauncherProxyTest, WithoutALauncherNothingIsWaitedFor) {
   EXPECT_EQ(mapping.label, "S:(ML;;NW;;;LW)");
 }
 
+TEST_F(LauncherProxyTest, WithoutTheDriversFolderNothingIsStarted) {
+  machine_.journal.failAlways("driverDirectory");
+  EXPECT_FALSE(proxy_.startLauncher());
+  EXPECT_TRUE(machine_.processes.started.empty());
+  machine_.journal.failAlways("driverDirectory", false);
+  EXPECT_TRUE(proxy_.startLauncher()) << "the failure is not remembered";
+}
+
 TEST_F(LauncherProxyTest, ReportsWhatFails) {
   const std::pair<const char*, std::u16string> failures[] = {
       {"mapView", u""},

@@ -20,5 +20,19 @@ TEST_F(OutFileTest, AppendsOrBeginsAnew) {
   }
 }
 
+TEST_F(OutFileTest, WithoutAFileNothingIsWritten) {
+  const auto bytes = std::as_bytes(std::span("ab", 2));
+  {
+    OutFile file(platform_.files);
+    EXPECT_FALSE(file.write(bytes)) << "never opened";
+    EXPECT_FALSE(file.open(u"C:\\nowhere\\f", false));
+    EXPECT_FALSE(file.write(bytes));
+    EXPECT_TRUE(file.open(u"C:\\work\\f", false)) << "it may be tried again";
+    machine_.files.roomLeft = 1;
+    EXPECT_FALSE(file.write(bytes)) << "a part of the bytes is a failure";
+  }
+  EXPECT_EQ(simulated_.openHandles(), 0u);
+}
+
 }  // namespace
 }  // namespace umpd

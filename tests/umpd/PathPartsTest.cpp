@@ -24,6 +24,21 @@ TEST(PathParts, AreCutAtTheirRoom) {
   EXPECT_EQ(cut.extension.size(), 255u);
 }
 
+TEST(PathParts, BeginWithADriveThatMayBeAllThereIs) {
+  struct Start {
+    const char* path;
+    size_t fileName;
+    const char* drive;
+  };
+  const Start starts[] = {{"", 0, ""},     {"a", 0, ""},       {":", 0, ""},
+                          {"C:", 2, "C:"}, {"C:a", 2, "C:"},   {"C:\\d/a", 5, "C:"},
+                          {"a\\b", 2, ""}, {"\\\\s\\b", 4, ""}};
+  for (const auto& [path, fileName, drive] : starts) {
+    EXPECT_EQ(fileNameStart(wide(path)), fileName) << path;
+    EXPECT_EQ(narrow(std::u16string(splitPath(wide(path)).drive)), drive) << path;
+  }
+}
+
 TEST(PathParts, AreShortenedAbove260Characters) {
   const auto n = [](size_t count) { return std::string(count, 'n'); };
   const Case cases[] = {

@@ -31,6 +31,15 @@ TEST_F(RunProcessTest, SetupRunsForALauncherOfDriverVersion2) {
   EXPECT_FALSE(machine_.processes.started[0].showState);
 }
 
+TEST_F(RunProcessTest, SetupNeedsTheDriversFolder) {
+  PrinterSettings settings(platform_);
+  machine_.registry.setText(u"HKCU\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run",
+                            u"tqpmsnd.exe", u"\"C:\\2\\tqpmsnd.exe\"");
+  machine_.journal.failAlways("driverDirectory");
+  runSetupProgram(settings);
+  EXPECT_TRUE(machine_.processes.started.empty());
+}
+
 TEST_F(RunProcessTest, TellsStateAndExitCode) {
   machine_.processes.programExitCode = 7;
   uint32_t exitCode = 1;
