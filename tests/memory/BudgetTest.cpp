@@ -24,8 +24,8 @@ struct GrowingProgram {
   const char* more = nullptr;
 };
 
-void PrintTo(const GrowingProgram& program, std::ostream* out) {
-  *out << program.name;
+std::ostream& operator<<(std::ostream& out, const GrowingProgram& program) {
+  return out << program.name;
 }
 
 constexpr const char* line = "a line of a text that is cut by the end of each piece of the input ";
