@@ -198,7 +198,7 @@ uint32_t DocWrite(uint32_t job, const void* buffer, uint32_t length);
  * Ends a job, also one that failed: closes its file, takes the job out of the spooler's queue,
  * tells the launcher, and frees the job. The handle must not be used again.
  *   job: a handle of DocStart2K or DocStart.
- * Returns 1; 0 if the handle is no running job's.
+ * Returns 1; 0 if the handle is no running job's, or there is no memory to end it.
  */
 uint32_t DocEnd(uint32_t job);
 

@@ -85,11 +85,10 @@ void show(const Program& program) {
   }
 }
 
-// Whether a program that has no end under a library without a limit met the limit of another.
-bool isEndlessUnderOne(const SingleResult& without, const SingleResult& with) {
-  return without.end == BatchResult::End::outOfTime && with.end == BatchResult::End::normal &&
-         with.transcript.find("the program needs more memory than it may have") !=
-             std::string::npos;
+// The place in the transcript where the program first met the library's limit of memory, npos for
+// none. What a library without a limit, or with another one, makes of the rest says nothing.
+size_t placeOfLimit(const SingleResult& result) {
+  return result.transcript.find("the program needs more memory than it may have");
 }
 
 // Runs batches, and looks closely at those whose results differ.
@@ -109,7 +108,7 @@ class Comparison {
   }
 
   uint64_t compared() const { return compared_; }
-  uint64_t endless() const { return endless_; }
+  uint64_t leftOut() const { return leftOut_; }
   uint64_t differences() const { return differences_; }
 
  private:
@@ -131,7 +130,7 @@ class Comparison {
                                  results[1].end == BatchResult::End::outOfTime &&
                                  a.size() == b.size();
       if (bothOutOfTime) {
-        ++endless_;
+        ++leftOut_;
       } else {
         report(first, first + both);
       }
@@ -150,8 +149,11 @@ class Comparison {
   }
   bool differ(const std::vector<Program>& programs) const {
     const SingleResult a = runUnder(0, programs), b = runUnder(1, programs);
-    if (isEndlessUnderOne(a, b) || isEndlessUnderOne(b, a)) {
-      return false;
+    const size_t limit = std::min(placeOfLimit(a), placeOfLimit(b));
+    if (limit != std::string::npos) {
+      // Up to the call that failed there all must be the same, if both came so far.
+      const size_t same = a.transcript.rfind("failed\n", limit);
+      return a.end == b.end && a.transcript.compare(0, same, b.transcript, 0, same) != 0;
     }
     // How far a program comes before its time is over says nothing.
     return a.end != b.end || (a.end == BatchResult::End::normal && a.transcript != b.transcript);
@@ -172,7 +174,7 @@ class Comparison {
     if (alone) {
       before.clear();
     } else if (!differ(withBefore(whole))) {
-      ++endless_;  // one was slower than the other; with more time they agree
+      ++leftOut_;  // with more time, or up to a limit, they agree
       return;
     }
     ++differences_;
@@ -191,7 +193,7 @@ class Comparison {
 
   const Options& options_;
   const bench::Jobs& jobs_;
-  uint64_t compared_ = 0, endless_ = 0, differences_ = 0;
+  uint64_t compared_ = 0, leftOut_ = 0, differences_ = 0;
 };
 
 void showAll(const Options& options, const bench::Jobs& jobs, uint64_t first, uint64_t last) {
@@ -227,9 +229,11 @@ int main(int argc, char** argv) {
   Comparison comparison(options, jobs);
   comparison.run(options.first, options.last);
   const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-  std::printf("%llu programs compared in %.0f s, %llu without end left out, %llu differences\n",
-              static_cast<unsigned long long>(comparison.compared()), seconds.count(),
-              static_cast<unsigned long long>(comparison.endless()),
-              static_cast<unsigned long long>(comparison.differences()));
+  std::printf(
+      "%llu programs compared in %.0f s, %llu without end or beyond a limit left out, %llu "
+      "differences\n",
+      static_cast<unsigned long long>(comparison.compared()), seconds.count(),
+      static_cast<unsigned long long>(comparison.leftOut()),
+      static_cast<unsigned long long>(comparison.differences()));
   return comparison.differences() == 0 ? 0 : 1;
 }

@@ -38,13 +38,15 @@ std::string smallImagePage(uint64_t number) {
 std::string procedurePage(uint64_t number) {
   std::string text;
   for (uint64_t i = 0; i < 5000; ++i) {
+    const std::string name = "p" + std::to_string(i % 500);
     const std::string digits = std::to_string(number * 5000 + i);
-    text += "/p" + std::to_string(i % 500) + " {gsave 1 " + digits + " {dup (text) length add {" +
-            digits + " pop} exec} exec 2 eq {/x 1 def}{pop} ifelse grestore} bind def\n" + "{p" +
-            std::to_string(i % 500) + " [1 " + digits + " /name]} pop\n";
+    text.append("/").append(name).append(" {gsave 1 ").append(digits);
+    text.append(" {dup (text) length add {").append(digits).append(" pop} exec} exec 2 eq ");
+    text.append("{/x 1 def}{pop} ifelse grestore} bind def\n{").append(name);
+    text.append(" [1 ").append(digits).append(" /name]} pop\n");
   }
   for (uint64_t i = 0; i < 500; ++i) {
-    text += "7 p" + std::to_string(i) + " clear\n";
+    text.append("7 p").append(std::to_string(i)).append(" clear\n");
   }
   return text;
 }

@@ -75,7 +75,11 @@ bool isOctal(char c) {
 }  // namespace
 
 Parser::Parser(VirtualMemorySet& theMemory, DictionaryStack& theDictionaries)
-    : tokenShare(&theMemory.budget), memory(theMemory), dictionaries(theDictionaries) {}
+    : tokenShare(&theMemory.budget),
+      memory(theMemory),
+      dictionaries(theDictionaries),
+      hexFilter(memory.budget, "ASCIIHexDecode", {}),
+      ascii85Filter(memory.budget, "ASCII85Decode", {}) {}
 
 void Parser::setRange(const char* bytes, size_t length) {
   begin = current = bytes;
@@ -266,7 +270,7 @@ Token Parser::readString() {
       --depth;
     } else if (*at == ')') {
       current = at + 1;
-      return stringToken({first, static_cast<size_t>(at - first)}, nullptr);
+      return stringToken({first, static_cast<size_t>(at - first)}, noFilter);
     } else {
       break;
     }
@@ -282,7 +286,7 @@ Token Parser::readAngleString() {
     return {};
   }
   current = last + 1;
-  return stringToken({first, static_cast<size_t>(current - first)}, "ASCIIHexDecode");
+  return stringToken({first, static_cast<size_t>(current - first)}, hexFilter);
 }
 
 Token Parser::readInSteps() {
@@ -364,7 +368,7 @@ Token Parser::stepLiteralString() {
   switch (separator) {
     case ')':
       if (parenDepth < 1) {
-        return finishedString(0, nullptr);
+        return finishedString(0, noFilter);
       }
       --parenDepth;
       token += ')';
@@ -434,10 +438,10 @@ Token Parser::stepAngleString() {
   takeSeparator();
   token += separator;
   if (!ascii85) {
-    return finishedString(0, "ASCIIHexDecode");
+    return finishedString(0, hexFilter);
   }
   if (closed) {
-    return finishedString(1, "ASCII85Decode");
+    return finishedString(1, ascii85Filter);
   }
   // This > is data: from here on only ~ ends the string.
   state = State::ascii85String;
@@ -447,7 +451,7 @@ Token Parser::stepAngleString() {
 Token Parser::stepAscii85String() {
   takeSeparator();
   token += separator;
-  return finishedString(1, "ASCII85Decode");
+  return finishedString(1, ascii85Filter);
 }
 
 Token Parser::stepLiteralName() {
@@ -484,22 +488,20 @@ Token Parser::nameToken(std::string_view text) const {
 }
 
 Token Parser::literalName(std::string_view text) const {
-  auto* name = new NameObject(memory.symbols.existingOrOwn(text));
+  auto* name = new NameObject(memory.symbols, text);
   name->executable = false;
   return Token::ofObject(name);
 }
 
-Token Parser::stringToken(std::string_view text, const char* filter) const {
+Token Parser::stringToken(std::string_view text, const FilterNames& filters) const {
   memory.budget.expectRoom(text.size());
   auto string = std::make_unique<StringObject>(*memory.current, std::string(text));
-  if (filter) {
-    string->filters() = FilterNames(memory.budget, filter, {});
-  }
+  string->filters() = filters;
   return Token::ofObject(string.release());
 }
 
-Token Parser::finishedString(size_t from, const char* filter) {
-  const Token finished = stringToken(std::string_view(token).substr(from), filter);
+Token Parser::finishedString(size_t from, const FilterNames& filters) {
+  const Token finished = stringToken(std::string_view(token).substr(from), filters);
   backToScan();
   return finished;
 }

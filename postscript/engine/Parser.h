@@ -10,6 +10,7 @@
 
 #include "postscript/engine/Token.h"
 #include "postscript/values/Budget.h"
+#include "postscript/values/FilterNames.h"
 #include "postscript/values/PostscriptObject.h"
 
 namespace postscript {
@@ -76,8 +77,8 @@ class Parser {
   Token textToken(std::string_view text) const;
   Token nameToken(std::string_view text) const;
   Token literalName(std::string_view text) const;
-  Token stringToken(std::string_view text, const char* filter) const;
-  Token finishedString(size_t from, const char* filter);
+  Token stringToken(std::string_view text, const FilterNames& filters) const;
+  Token finishedString(size_t from, const FilterNames& filters);
   // Before so many bytes are added to the token.
   void expectToken(size_t more);
   void dropToken();
@@ -94,6 +95,10 @@ class Parser {
   std::string escape;
   VirtualMemorySet& memory;
   DictionaryStack& dictionaries;
+  // What applies to each kind of string.
+  const FilterNames noFilter;
+  const FilterNames hexFilter;
+  const FilterNames ascii85Filter;
   State state = State::scan;
   int32_t parenDepth = 0;
 };

@@ -70,8 +70,7 @@ void CvrOperator::execute(Interpreter& ps) {
 
 void CvnOperator::execute(Interpreter& ps) {
   const auto string = popAs<StringObject>(ps, "cvn");
-  Symbol& symbol = ps.memory.symbols.existingOrOwn(string->textToNul());
-  push<NameObject>(ps, symbol)->executable = string->executable;
+  push<NameObject>(ps, ps.memory.symbols, string->textToNul())->executable = string->executable;
 }
 
 void CvsOperator::execute(Interpreter& ps) {

@@ -88,10 +88,10 @@ void ReadstringOperator::execute(Interpreter& ps) {
   const size_t target = operands.string->view().size();
   // White space is dropped by a call that starts afresh, through to its end.
   const std::string_view input = ps.parser.unread();
-  std::string& text = partial.text;
+  std::string& text = partial_.text;
   if (text.size() < target) {
     const std::string_view part = input.substr(0, target - text.size());
-    partial.share.expectText(text, text.size() + part.size());
+    partial_.share.expectText(text, text.size() + part.size());
     if (text.empty()) {
       ps.parser.take(appendWithoutSpace(input, target, text));
     } else {
@@ -102,24 +102,24 @@ void ReadstringOperator::execute(Interpreter& ps) {
   if (text.size() < target) {
     return operands.suspend(ps, this);
   }
-  pushGathered(ps, partial);
+  pushGathered(ps, partial_);
 }
 
 void ReadhexstringOperator::execute(Interpreter& ps) {
   const ReadOperands operands(ps, "readhexstring");
   expectCurrentFile(*operands.file, 340, "Only supports readline from currentfile");
   const size_t target = operands.string->view().size();
-  std::string& text = partial.text;
+  std::string& text = partial_.text;
   if (text.size() < target) {
     const std::string_view input = ps.parser.unread();
-    partial.share.expectText(text,
-                             text.size() + std::min(target - text.size(), input.size() / 2 + 1));
+    partial_.share.expectText(text,
+                              text.size() + std::min(target - text.size(), input.size() / 2 + 1));
     ps.parser.take(appendHexBytes(input, target, pendingDigit, text));
   }
   if (text.size() < target) {
     return operands.suspend(ps, this);
   }
-  pushGathered(ps, partial);
+  pushGathered(ps, partial_);
 }
 
 void ReadlineOperator::execute(Interpreter& ps) {

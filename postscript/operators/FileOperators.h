@@ -28,21 +28,21 @@ struct PartialText {
 // file string readstring a new string, boolean
 class ReadstringOperator : public NameObject {
  public:
-  explicit ReadstringOperator(Budget& budget) : NameObject("readstring"), partial(budget) {}
+  explicit ReadstringOperator(Budget& budget) : NameObject("readstring"), partial_(budget) {}
   void execute(Interpreter& ps) override;
 
  private:
-  PartialText partial;
+  PartialText partial_;
 };
 
 // file string readhexstring a new string, boolean
 class ReadhexstringOperator : public NameObject {
  public:
-  explicit ReadhexstringOperator(Budget& budget) : NameObject("readhexstring"), partial(budget) {}
+  explicit ReadhexstringOperator(Budget& budget) : NameObject("readhexstring"), partial_(budget) {}
   void execute(Interpreter& ps) override;
 
  private:
-  PartialText partial;
+  PartialText partial_;
   int32_t pendingDigit = noDigit;  // a first digit whose second has not come yet
 };
 

@@ -4,10 +4,8 @@
 
 namespace postscript {
 
-void Budget::expectRoom(size_t bytes) const {
-  if (used_ > limit_ || bytes > limit_ - used_) {
-    throw Ex("postscript/lib/VirtualMemory", 20, "the program needs more memory than it may have");
-  }
+void Budget::fail() {
+  throw Ex("postscript/lib/VirtualMemory", 20, "the program needs more memory than it may have");
 }
 
 }  // namespace postscript

@@ -21,10 +21,15 @@ class Budget {
   void setLimit(size_t bytes) { limit_ = bytes == 0 ? ~size_t{0} : bytes; }
   size_t used() const { return used_; }
   // Fails when so much more is not to be had.
-  void expectRoom(size_t bytes) const;
+  void expectRoom(size_t bytes) const {
+    if (used_ > limit_ || bytes > limit_ - used_) [[unlikely]] {
+      fail();
+    }
+  }
 
  private:
   friend class BudgetShare;
+  [[noreturn]] static void fail();
 
   size_t limit_ = standard;
   size_t used_ = 0;
@@ -49,15 +54,17 @@ class BudgetShare {
     if (bytes > bytes_) {
       budget_->expectRoom(bytes - bytes_);
     }
-    budget_->used_ += bytes - bytes_;
-    bytes_ = bytes;
+    set(bytes);
   }
   // The same for memory that moves when it grows: for a while the old stands beside the new.
   void resizeMoving(size_t bytes) {
-    if (budget_ && bytes > bytes_) {
+    if (!budget_) {
+      return;
+    }
+    if (bytes > bytes_) {
       budget_->expectRoom(bytes);
     }
-    resize(bytes);
+    set(bytes);
   }
   // Before a text, which has `others` beside it in this share, grows to so many bytes.
   void expectText(const std::string& text, size_t bytes, size_t others = 0) {
@@ -73,6 +80,11 @@ class BudgetShare {
   size_t bytes() const { return bytes_; }
 
  private:
+  void set(size_t bytes) {
+    budget_->used_ += bytes - bytes_;
+    bytes_ = bytes;
+  }
+
   Budget* budget_;
   size_t bytes_ = 0;
 };

@@ -16,6 +16,9 @@ class NameObject : public PostscriptObject {
 
   explicit NameObject(std::string_view theName) : NameObject(Symbol::make(theName)) {}
   explicit NameObject(Symbol& symbol);
+  // Of a text that may never be looked up.
+  NameObject(SymbolTable& symbols, std::string_view text)
+      : NameObject(symbols.existingOrOwn(text)) {}
   ~NameObject() override;
 
   // Places what the name stands for on the execution stack.

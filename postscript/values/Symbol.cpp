@@ -12,8 +12,6 @@ namespace postscript {
 namespace {
 
 constexpr size_t initialSlots = 2048;
-// A longer text is kept in the table, where the budget counts it.
-constexpr size_t longestOwnText = 8;
 // Unused symbols may take so much before they are looked for.
 constexpr size_t untidyBytes = size_t{1} << 20;
 
@@ -44,9 +42,20 @@ uint32_t hashOf(std::string_view text) {
 
 }  // namespace
 
-Symbol& Symbol::make(std::string_view text, uint32_t hash, const SymbolTable* table) {
+Symbol& Symbol::make(std::string_view text, Budget* budget) {
+  const size_t bytes = bytesOfSymbol(text.size());
+  if (budget) {
+    budget->expectRoom(bytes);
+  }
+  Symbol& symbol = make(text, 0, nullptr, budget);
+  symbol.share_.resize(bytes);
+  return symbol;
+}
+
+Symbol& Symbol::make(std::string_view text, uint32_t hash, const SymbolTable* table,
+                     Budget* budget) {
   void* block = objectPool::allocate(sizeof(Symbol) + text.size());
-  auto* symbol = new (block) Symbol(static_cast<uint32_t>(text.size()), hash, table);
+  auto* symbol = new (block) Symbol(static_cast<uint32_t>(text.size()), hash, table, budget);
   text.copy(reinterpret_cast<char*>(symbol + 1), text.size());
   return *symbol;
 }
@@ -57,7 +66,7 @@ void Symbol::end() {
   objectPool::free(this, blockSize);
 }
 
-SymbolTable::SymbolTable(Budget* budget) : slots_(initialSlots), share_(budget) {}
+SymbolTable::SymbolTable(Budget* budget) : slots_(initialSlots), budget_(budget), share_(budget) {}
 
 SymbolTable::~SymbolTable() {
   for (const auto& [symbol, hash] : slots_) {
@@ -89,18 +98,15 @@ Symbol& SymbolTable::symbolOf(std::string_view text) {
   if (!slots_[slot].symbol) {
     expectRoom(text.size());
     slot = slotOf(text, hash);
-    slots_[slot] = {&Symbol::make(text, hash, this), hash};
+    slots_[slot] = {&Symbol::make(text, hash, this, nullptr), hash};
     ++count_;
   }
   return *slots_[slot].symbol;
 }
 
 Symbol& SymbolTable::existingOrOwn(std::string_view text) {
-  if (text.size() > longestOwnText) {
-    return symbolOf(text);
-  }
   Symbol* symbol = find(text);
-  return symbol ? *symbol : Symbol::make(text);
+  return symbol ? *symbol : Symbol::make(text, budget_);
 }
 
 // Before a symbol is added.

@@ -23,8 +23,9 @@ class SymbolTable;
 // The text lies behind the symbol, in the same block of memory.
 class Symbol {
  public:
-  // Outside of any table, and without a use. It ends with its last.
-  static Symbol& make(std::string_view text) { return make(text, 0, nullptr); }
+  // Outside of any table, and without a use. It ends with its last, before the budget does; null
+  // for none.
+  static Symbol& make(std::string_view text, Budget* budget = nullptr);
   Symbol(const Symbol&) = delete;
   Symbol& operator=(const Symbol&) = delete;
 
@@ -49,15 +50,17 @@ class Symbol {
  private:
   friend class SymbolTable;
   friend class DictionaryData;
-  Symbol(uint32_t size, uint32_t hash, const SymbolTable* table)
-      : size_(size), hash_(hash), table_(table) {}
-  static Symbol& make(std::string_view text, uint32_t hash, const SymbolTable* table);
+  Symbol(uint32_t size, uint32_t hash, const SymbolTable* table, Budget* budget)
+      : size_(size), hash_(hash), table_(table), share_(budget) {}
+  static Symbol& make(std::string_view text, uint32_t hash, const SymbolTable* table,
+                      Budget* budget);
   void end();
 
   const uint32_t size_;
   const uint32_t hash_;
   int32_t uses_ = 0;
   const SymbolTable* table_;
+  BudgetShare share_;  // of a symbol outside of the table, which has one share for all
 };
 
 class SymbolTable {
@@ -70,7 +73,7 @@ class SymbolTable {
 
   // The one symbol of a text. Whoever keeps the pointer takes a use before the next call.
   Symbol& symbolOf(std::string_view text);
-  // The same if there is one already or the text is long; else a symbol outside of the table.
+  // The same if there is one already; else a symbol outside of the table.
   Symbol& existingOrOwn(std::string_view text);
   // Null when no symbol has the text.
   Symbol* find(std::string_view text) const;
@@ -87,6 +90,7 @@ class SymbolTable {
 
   std::vector<Slot> slots_;  // open addressing; null is free; a power of two, at most half full
   size_t count_ = 0;
+  Budget* budget_;
   BudgetShare share_;            // for all symbols
   size_t bytesSinceTidied_ = 0;  // of those that came since unused ones were dropped
 };

@@ -24,8 +24,8 @@ struct GrowingProgram {
   const char* more = nullptr;
 };
 
-void PrintTo(const GrowingProgram& program, std::ostream* out) {
-  *out << program.name;
+std::ostream& operator<<(std::ostream& out, const GrowingProgram& program) {
+  return out << program.name;
 }
 
 constexpr const char* line = "a line of a text that is cut by the end of each piece of the input ";
@@ -205,14 +205,14 @@ TEST(Budget, CountsTheObjectsOfItsConverter) {
   auto first = openConverter(identity);
   const auto second = openConverter(identity);
   EXPECT_GT(convert(*first), 1'800'000U) << "a row and a record";
-  EXPECT_LT(convert(*second), 1'200'000U) << "a row; the record is the first one's";
+  EXPECT_LT(convert(*second), 1'500'000U) << "a row; the record is the first one's";
   first.reset();
   clearPdfObjects();
   EXPECT_GT(convert(*second), 1'800'000U);
   clearPdfObjects();
   int32_t length = 0;
   EXPECT_NE(second->convert("", &length), nullptr);
-  EXPECT_LT(second->interpreter->memory.budget.used(), 1'200'000U);
+  EXPECT_LT(second->interpreter->memory.budget.used(), 1'500'000U);
 }
 
 }  // namespace
