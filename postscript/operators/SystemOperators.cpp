@@ -4,10 +4,6 @@
 
 namespace postscript {
 
-namespace {
-constexpr const char* sourceFile = "Interpreter";
-}
-
 void SetglobalOperator::execute(Interpreter& ps) {
   ps.memory.current = ps.memory.global;
 }
