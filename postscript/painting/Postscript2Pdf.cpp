@@ -34,7 +34,10 @@ Postscript2Pdf::Postscript2Pdf(const float* matrix)
   resetGraphicsStates();
 }
 
-Postscript2Pdf::~Postscript2Pdf() = default;
+// The states go first: the names of their fonts count in the interpreter's budget.
+Postscript2Pdf::~Postscript2Pdf() {
+  graphicsStates.clear();
+}
 
 void Postscript2Pdf::startPage(const float* matrix) {
   pendingMoveto = false;
