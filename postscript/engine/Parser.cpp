@@ -78,8 +78,8 @@ Parser::Parser(VirtualMemorySet& theMemory, DictionaryStack& theDictionaries)
     : tokenShare(&theMemory.budget),
       memory(theMemory),
       dictionaries(theDictionaries),
-      hexFilter(memory.budget, "ASCIIHexDecode", {}),
-      ascii85Filter(memory.budget, "ASCII85Decode", {}) {}
+      hexFilter_(memory.budget, "ASCIIHexDecode", {}),
+      ascii85Filter_(memory.budget, "ASCII85Decode", {}) {}
 
 void Parser::setRange(const char* bytes, size_t length) {
   begin = current = bytes;
@@ -270,7 +270,7 @@ Token Parser::readString() {
       --depth;
     } else if (*at == ')') {
       current = at + 1;
-      return stringToken({first, static_cast<size_t>(at - first)}, noFilter);
+      return stringToken({first, static_cast<size_t>(at - first)}, noFilter_);
     } else {
       break;
     }
@@ -286,7 +286,7 @@ Token Parser::readAngleString() {
     return {};
   }
   current = last + 1;
-  return stringToken({first, static_cast<size_t>(current - first)}, hexFilter);
+  return stringToken({first, static_cast<size_t>(current - first)}, hexFilter_);
 }
 
 Token Parser::readInSteps() {
@@ -368,7 +368,7 @@ Token Parser::stepLiteralString() {
   switch (separator) {
     case ')':
       if (parenDepth < 1) {
-        return finishedString(0, noFilter);
+        return finishedString(0, noFilter_);
       }
       --parenDepth;
       token += ')';
@@ -438,10 +438,10 @@ Token Parser::stepAngleString() {
   takeSeparator();
   token += separator;
   if (!ascii85) {
-    return finishedString(0, hexFilter);
+    return finishedString(0, hexFilter_);
   }
   if (closed) {
-    return finishedString(1, ascii85Filter);
+    return finishedString(1, ascii85Filter_);
   }
   // This > is data: from here on only ~ ends the string.
   state = State::ascii85String;
@@ -451,7 +451,7 @@ Token Parser::stepAngleString() {
 Token Parser::stepAscii85String() {
   takeSeparator();
   token += separator;
-  return finishedString(1, ascii85Filter);
+  return finishedString(1, ascii85Filter_);
 }
 
 Token Parser::stepLiteralName() {

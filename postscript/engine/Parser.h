@@ -96,9 +96,9 @@ class Parser {
   VirtualMemorySet& memory;
   DictionaryStack& dictionaries;
   // What applies to each kind of string.
-  const FilterNames noFilter;
-  const FilterNames hexFilter;
-  const FilterNames ascii85Filter;
+  const FilterNames noFilter_;
+  const FilterNames hexFilter_;
+  const FilterNames ascii85Filter_;
   State state = State::scan;
   int32_t parenDepth = 0;
 };
