@@ -20,4 +20,19 @@ void NameObject::execute(Interpreter& ps) {
   ps.executionStack.pushChecked(value);
 }
 
+// One step: the array goes back under its next element, until it has none left.
+void ArrayObject::execute(Interpreter& ps) {
+  if (items().empty()) {
+    return;
+  }
+  if (execIndex >= items().size()) {
+    executable = false;
+    execIndex = 0;
+    return;
+  }
+  PostscriptObject* element = items().at(execIndex++);
+  ps.executionStack.pushChecked(this);
+  ps.executionStack.pushChecked(element);
+}
+
 }  // namespace postscript

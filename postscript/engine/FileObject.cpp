@@ -99,4 +99,11 @@ int32_t FileObject::readByte(Parser& parser) const {
   return signedByte(parser.get());
 }
 
+bool FileObject::readLine(Parser& parser, std::string& line) const {
+  if (body().mode != FileData::Mode::currentFile) {
+    throw Ex(sourceFile, 96, "Read not supported on this file type");
+  }
+  return parser.readLine(line);
+}
+
 }  // namespace postscript

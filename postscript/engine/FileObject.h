@@ -54,6 +54,8 @@ class FileObject : public CompositeObject {
   FileData& body() const { return *static_cast<FileData*>(data); }
   // Takes one byte of the current file, sign-extended. Fails when there is none.
   int32_t readByte(Parser& parser) const;
+  // Takes a line of the current file; false when its end is not there yet.
+  bool readLine(Parser& parser, std::string& line) const;
 
  private:
   FileObject(const FileObject& source) : CompositeObject(source, source.executable) {}

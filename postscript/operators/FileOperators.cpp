@@ -126,7 +126,7 @@ void ReadlineOperator::execute(Interpreter& ps) {
   const ReadOperands operands(ps, "readline");
   expectCurrentFile(*operands.file, 264, "Only supports readline from currentfile");
   std::string line;
-  if (!ps.parser.readLine(line)) {
+  if (!operands.file->readLine(ps.parser, line)) {
     return operands.suspend(ps, this);
   }
   const std::string& text = pushString(ps, std::move(line))->text();

@@ -195,8 +195,14 @@ void CopyOperator::execute(Interpreter& ps) {
 
 void PutintervalOperator::execute(Interpreter& ps) {
   const Held<> source = popObject(ps);
+  if (!source) {
+    throw Ex(sourceFile, 273, "execting stack item");
+  }
   const auto index = popIntegerObject(ps);
   const Held<> destination = popObject(ps);
+  if (!destination) {
+    throw Ex(sourceFile, 279, "execting stack item");
+  }
   if (const auto* array = as<ArrayObject>(source.get())) {
     putArrayInterval(ps, *array, index->value, destination.get());
   } else if (const auto* string = as<StringObject>(source.get())) {
@@ -209,7 +215,13 @@ void PutintervalOperator::execute(Interpreter& ps) {
 void GetintervalOperator::execute(Interpreter& ps) {
   const auto count = popIntegerObject(ps);
   const auto index = popIntegerObject(ps);
+  if (!index) {
+    throw Ex(sourceFile, 340, "invalid args");
+  }
   const Held<> container = popObject(ps);
+  if (!container) {
+    throw Ex(sourceFile, 344, "invalid args");
+  }
   if (const auto* array = as<ArrayObject>(container.get())) {
     getArrayInterval(ps, *array, index->value, count->value);
   } else if (const auto* string = as<StringObject>(container.get())) {

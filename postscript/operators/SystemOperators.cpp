@@ -4,6 +4,10 @@
 
 namespace postscript {
 
+namespace {
+constexpr const char* sourceFile = "Interpreter";
+}
+
 void SetglobalOperator::execute(Interpreter& ps) {
   ps.memory.current = ps.memory.global;
 }
@@ -29,6 +33,9 @@ void StatusdictOperator::execute(Interpreter& ps) {
 void ResourcestatusOperator::execute(Interpreter& ps) {
   const Held<> category = popObject(ps);
   const Held<> key = popObject(ps);
+  if (!category || !key) {
+    throw Ex(sourceFile, 195, "resourcestatus invalid args");
+  }
   pushInteger(ps, 0);
   pushInteger(ps, 0);
   pushBoolean(ps, true);
@@ -37,6 +44,9 @@ void ResourcestatusOperator::execute(Interpreter& ps) {
 void DefinefontOperator::execute(Interpreter& ps) {
   const auto font = popDictionaryObject(ps);
   const Held<> key = popObject(ps);
+  if (!key) {
+    throw Ex(sourceFile, 236, "definefont invalid args");
+  }
   ps.dictionaries.fontDirectory->body().put(KeyText(*key), font.get());
   ps.operandStack.pushChecked(font.get());
 }

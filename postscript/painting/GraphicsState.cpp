@@ -22,4 +22,11 @@ int32_t imageComponents(const GraphicsState& state) {
   }
 }
 
+ColorMode imageColorModeOf(const GraphicsState& state) {
+  if (state.colorMode == ColorMode::hsb) {
+    throw Ex(sourceFile, 109, "unsupported colorspace for images");
+  }
+  return state.colorMode;
+}
+
 }  // namespace postscript

@@ -58,5 +58,7 @@ struct GraphicsState {
 
 // How many components a sample of an image has in the state's colour. Fails for an unknown mode.
 int32_t imageComponents(const GraphicsState& state);
+// The mode of an image that has none of its own. Fails for HSB.
+ColorMode imageColorModeOf(const GraphicsState& state);
 
 }  // namespace postscript

@@ -252,6 +252,9 @@ int32_t Imager::targetLength() const {
 }
 
 void Imager::emit() {
+  if (imageColorMode == ColorMode::unknown) {
+    imageColorMode = imageColorModeOf(pdfConverter_->topState());
+  }
   if (imageData.size() > Postscript2Pdf::inlineImageLimit && !pdfConverter_->inPattern) {
     emitObject();
   } else {

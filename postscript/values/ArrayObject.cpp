@@ -21,7 +21,9 @@ void appendSyntaxText(const ArrayObject& array, int depth, std::string& text) {
     // When the text moves, its old memory stands beside twice as much for a while.
     array.memory->budget().expectRoom(3 * text.size());
     const PostscriptObject* item = array.items().at(i);
-    if (const auto* inner = as<ArrayObject>(item)) {
+    if (!item) {
+      text += "-invalid null ob-";
+    } else if (const auto* inner = as<ArrayObject>(item)) {
       appendSyntaxText(*inner, depth + 1, text);
     } else {
       text += item->syntaxText();

@@ -43,6 +43,8 @@ class ArrayObject : public CompositeObject {
 
   ArrayObject(VirtualMemoryObject& space, char kind);
 
+  // One step of a running array: places itself and its next element on the execution stack.
+  void execute(Interpreter& ps) override;
   std::string describe() const override;
   // "[1 2 3 ]", of procedures too. Fails for what is nested too deep (or in itself) to print.
   std::string syntaxText() const override;
