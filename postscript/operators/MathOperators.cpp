@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "postscript/engine/Operands.h"
+#include "postscript/values/Trigonometry.h"
 
 namespace postscript {
 
@@ -176,11 +177,11 @@ void SqrtOperator::execute(Interpreter& ps) {
 }
 
 double SinOperator::valueAt(double degrees) {
-  return std::sin(degrees * pi / 180.0);
+  return sine(degrees * pi / 180.0);
 }
 
 double CosOperator::valueAt(double degrees) {
-  return std::cos(degrees * pi / 180.0);
+  return cosine(degrees * pi / 180.0);
 }
 
 // The deeper one is read first: when both are bad, its failure is the one that shows.

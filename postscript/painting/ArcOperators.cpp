@@ -7,6 +7,7 @@
 
 #include "postscript/engine/Operands.h"
 #include "postscript/values/Limits.h"
+#include "postscript/values/Trigonometry.h"
 
 namespace postscript {
 
@@ -156,9 +157,9 @@ void Arcter::writeArcBetween(Postscript2Pdf& converter, double firstLegAngle, do
   const double uy = yt1_ - y1_;
   const double u = std::sqrt(ux * ux + uy * uy);
   const double g = std::sqrt(radius_ * radius_ + u * u);
-  const double m = turn * 0.5 + firstLegAngle;
-  const double cx = std::cos(m) * g + x1_;
-  const double cy = std::sin(m) * g + y1_;
+  const auto [s, c] = sineAndCosine(turn * 0.5 + firstLegAngle);
+  const double cx = c * g + x1_;
+  const double cy = s * g + y1_;
   ArcSpec arc{cx, cy, radius_, std::atan2(yt1_ - cy, xt1_ - cx) * 180 / pi,
               std::atan2(yt2_ - cy, xt2_ - cx) * 180 / pi};
   if (turn >= 0) {

@@ -17,8 +17,8 @@ struct ArcPiece {
   };
 
   ArcPiece() = default;
-  // The angles are in degrees and not the same.
-  ArcPiece(double fromAngle, double toAngle);
+  // The angles are in degrees and not the same; the directions are theirs.
+  ArcPiece(double fromAngle, double toAngle, Direction fromDirection, Direction toDirection);
 
   double from = 0, to = 0;
   Direction start, startControl, endControl, end;
@@ -32,7 +32,14 @@ class ArcPieces {
 
  private:
   static constexpr size_t slots = 32;
+  struct Border {
+    double angle = 0.5;  // none yet
+    ArcPiece::Direction direction;
+  };
 
+  ArcPiece::Direction directionAt(double angle);
+
+  std::array<Border, slots> borders_;  // multiples of 90 degrees
   std::array<ArcPiece, slots> quarters_;
   ArcPiece other_;  // a piece that is no quarter
 };

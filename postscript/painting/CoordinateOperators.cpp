@@ -3,9 +3,8 @@
 // array on top, or the current one.
 #include "postscript/painting/CoordinateOperators.h"
 
-#include <cmath>
-
 #include "postscript/engine/Operands.h"
+#include "postscript/values/Trigonometry.h"
 
 namespace postscript {
 
@@ -85,8 +84,8 @@ void ScaleOperator::execute(Interpreter& ps) {
 
 void RotateOperator::execute(Interpreter& ps) {
   changeByOne(ps, *converter, [](double angle) {
-    const double a = angle * pi / 180;
-    return Matrix{std::cos(a), std::sin(a), -std::sin(a), std::cos(a), 0, 0};
+    const auto [s, c] = sineAndCosine(angle * pi / 180);
+    return Matrix{c, s, -s, c, 0, 0};
   });
 }
 
