@@ -99,7 +99,7 @@ int32_t FileObject::readByte(Parser& parser) const {
   return signedByte(parser.get());
 }
 
-bool FileObject::readLine(Parser& parser, std::string& line) const {
+bool FileObject::readLine(Parser& parser, Text& line) const {
   if (body().mode != FileData::Mode::currentFile) {
     throw Ex(sourceFile, 96, "Read not supported on this file type");
   }

@@ -55,7 +55,7 @@ class FileObject : public CompositeObject {
   // Takes one byte of the current file, sign-extended. Fails when there is none.
   int32_t readByte(Parser& parser) const;
   // Takes a line of the current file; false when its end is not there yet.
-  bool readLine(Parser& parser, std::string& line) const;
+  bool readLine(Parser& parser, Text& line) const;
 
  private:
   FileObject(const FileObject& source) : CompositeObject(source, source.executable) {}

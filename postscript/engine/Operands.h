@@ -122,7 +122,7 @@ inline void pushBoolean(Interpreter& ps, bool value) {
   ps.operandStack.pushBoolean(value);
 }
 // A new, literal string in the current space.
-inline StringObject* pushString(Interpreter& ps, std::string text) {
+inline StringObject* pushString(Interpreter& ps, Text text) {
   return push<StringObject>(ps, *ps.memory.current, std::move(text));
 }
 // A new, empty, literal array in the current space.

@@ -135,7 +135,7 @@ const char* Parser::endOfRun(const char* at, const char* end, State separators) 
   return at;
 }
 
-bool Parser::readLine(std::string& line) {
+bool Parser::readLine(Text& line) {
   const char* last = endOfRun(current, end, State::line);
   if (last == end) {
     return false;
@@ -185,16 +185,6 @@ PostscriptObject* Parser::nextToken() {
       break;
   }
   return nullptr;
-}
-
-Token Parser::next() {
-  if (state == State::scan && token.empty()) {
-    const Token inPlace = readInPlace();
-    if (inPlace.kind != Token::Kind::none) {
-      return inPlace;
-    }
-  }
-  return readInSteps();
 }
 
 Token Parser::readInPlace() {
@@ -495,7 +485,7 @@ Token Parser::literalName(std::string_view text) const {
 
 Token Parser::stringToken(std::string_view text, const FilterNames& filters) const {
   memory.budget.expectRoom(text.size());
-  auto string = std::make_unique<StringObject>(*memory.current, std::string(text));
+  auto string = std::make_unique<StringObject>(*memory.current, Text(text));
   string->filters() = filters;
   return Token::ofObject(string.release());
 }

@@ -12,6 +12,7 @@
 #include "postscript/values/Budget.h"
 #include "postscript/values/FilterNames.h"
 #include "postscript/values/PostscriptObject.h"
+#include "postscript/values/Text.h"
 
 namespace postscript {
 
@@ -27,7 +28,15 @@ class Parser {
   // How many bytes of the range have been read.
   size_t position() const { return static_cast<size_t>(current - begin); }
   // The next token; of kind none when the range is used up.
-  Token next();
+  Token next() {
+    if (state == State::scan && token.empty()) {
+      const Token inPlace = readInPlace();
+      if (inPlace.kind != Token::Kind::none) {
+        return inPlace;
+      }
+    }
+    return readInSteps();
+  }
   // The same as an object, held by nobody; null when the range is used up.
   PostscriptObject* nextToken();
 
@@ -39,7 +48,7 @@ class Parser {
   void stepBack();
   // The text up to a line feed, carriage return or NUL byte, which stays unread. False when the
   // range ends first: then nothing was read.
-  bool readLine(std::string& line);
+  bool readLine(Text& line);
   // What is left of the range, for those who read many bytes at once, and how much they took.
   std::string_view unread() const { return {current, static_cast<size_t>(end - current)}; }
   void take(size_t bytes) { current += bytes; }
@@ -88,7 +97,7 @@ class Parser {
   const char* current = nullptr;
   const char* begin = nullptr;
   const char* end = nullptr;
-  std::string token;
+  Text token;
   BudgetShare tokenShare;
   char separator = 0;
   bool inEscape = false;

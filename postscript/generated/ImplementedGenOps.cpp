@@ -10,7 +10,7 @@ void ImplementedGenOps::performCountdictstack(std::tuple<IntegerObject&> objects
 
 void ImplementedGenOps::performCvs(
     std::tuple<PostscriptObject&, StringObject&, StringObject&> objects) {
-  std::get<2>(objects).setText(std::get<0>(objects).valueText());
+  std::get<2>(objects).setText(Text(std::get<0>(objects).valueText()));
 }
 
 void ImplementedGenOps::performProduct(std::tuple<StringObject&> objects) {

@@ -80,7 +80,7 @@ void CvsOperator::execute(Interpreter& ps) {
   for (size_t i = 0; i < text.size(); ++i) {
     destination->setByte(i, text[i]);
   }
-  pushString(ps, text);
+  pushString(ps, Text(text));
 }
 
 // The object itself is changed, and all that hold it see that.

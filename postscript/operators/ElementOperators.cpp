@@ -22,7 +22,7 @@ std::optional<int32_t> popPosition(Interpreter& ps) {
   return number.integer;
 }
 
-bool isOutside(const std::string& text, int32_t position) {
+bool isOutside(std::string_view text, int32_t position) {
   return position < 0 || static_cast<size_t>(position) >= text.size();
 }
 

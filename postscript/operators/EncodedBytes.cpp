@@ -106,8 +106,7 @@ const char* findSpace(const char* at, const char* end) {
 
 }  // namespace
 
-size_t appendHexBytes(std::string_view input, size_t target, int32_t& pendingDigit,
-                      std::string& text) {
+size_t appendHexBytes(std::string_view input, size_t target, int32_t& pendingDigit, Text& text) {
   std::array<char, 4096> decoded;
   const char* const end = input.data() + input.size();
   const char* in = input.data();
@@ -122,7 +121,7 @@ size_t appendHexBytes(std::string_view input, size_t target, int32_t& pendingDig
   return static_cast<size_t>(in - input.data());
 }
 
-size_t appendWithoutSpace(std::string_view input, size_t target, std::string& text) {
+size_t appendWithoutSpace(std::string_view input, size_t target, Text& text) {
   const char* const end = input.data() + input.size();
   const char* in = input.data();
   text.reserve(text.size() + std::min(target - text.size(), input.size()));

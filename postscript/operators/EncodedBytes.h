@@ -5,8 +5,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
+
+#include "postscript/values/Text.h"
 
 namespace postscript {
 
@@ -15,10 +16,9 @@ inline constexpr int32_t noDigit = -1;
 // Appends bytes, two hexadecimal digits each, until the text has `target` bytes or the input ends.
 // Anything else in the input is passed over. pendingDigit: a first digit whose second has not come
 // yet, or noDigit. Returns how much of the input was read: up to the last digit that was needed.
-size_t appendHexBytes(std::string_view input, size_t target, int32_t& pendingDigit,
-                      std::string& text);
+size_t appendHexBytes(std::string_view input, size_t target, int32_t& pendingDigit, Text& text);
 
 // Appends bytes but blanks, tabs and line ends in the same way.
-size_t appendWithoutSpace(std::string_view input, size_t target, std::string& text);
+size_t appendWithoutSpace(std::string_view input, size_t target, Text& text);
 
 }  // namespace postscript

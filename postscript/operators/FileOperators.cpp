@@ -49,7 +49,7 @@ void readFilter(Interpreter& ps, const ReadOperands& operands) {
     throw Ex(sourceFile, 226, "Expected base object to be string");
   }
   ps.memory.budget.expectRoom(chain.base->view().size());
-  pushString(ps, std::string(chain.base->view()))->filters() = chain.filters;
+  pushString(ps, Text(chain.base->view()))->filters() = chain.filters;
   pushBoolean(ps, true);
   if (operands.string->refCount > 0) {
     operands.string->append(chain.base->text());
@@ -88,7 +88,7 @@ void ReadstringOperator::execute(Interpreter& ps) {
   const size_t target = operands.string->view().size();
   // White space is dropped by a call that starts afresh, through to its end.
   const std::string_view input = ps.parser.unread();
-  std::string& text = partial_.text;
+  Text& text = partial_.text;
   if (text.size() < target) {
     const std::string_view part = input.substr(0, target - text.size());
     partial_.share.expectText(text, text.size() + part.size());
@@ -109,7 +109,7 @@ void ReadhexstringOperator::execute(Interpreter& ps) {
   const ReadOperands operands(ps, "readhexstring");
   expectCurrentFile(*operands.file, 340, "Only supports readline from currentfile");
   const size_t target = operands.string->view().size();
-  std::string& text = partial_.text;
+  Text& text = partial_.text;
   if (text.size() < target) {
     const std::string_view input = ps.parser.unread();
     partial_.share.expectText(text,
@@ -125,11 +125,11 @@ void ReadhexstringOperator::execute(Interpreter& ps) {
 void ReadlineOperator::execute(Interpreter& ps) {
   const ReadOperands operands(ps, "readline");
   expectCurrentFile(*operands.file, 264, "Only supports readline from currentfile");
-  std::string line;
+  Text line;
   if (!operands.file->readLine(ps.parser, line)) {
     return operands.suspend(ps, this);
   }
-  const std::string& text = pushString(ps, std::move(line))->text();
+  const Text& text = pushString(ps, std::move(line))->text();
   if (operands.string->refCount > 0) {
     operands.string->append(text);
   }

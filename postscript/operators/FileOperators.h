@@ -3,12 +3,11 @@
 // has gathered by then stands in the operator, of which an interpreter has one.
 #pragma once
 
-#include <string>
-
 #include "postscript/engine/OperatorRegistry.h"
 #include "postscript/operators/EncodedBytes.h"
 #include "postscript/values/Budget.h"
 #include "postscript/values/NameObject.h"
+#include "postscript/values/Text.h"
 
 namespace postscript {
 
@@ -21,7 +20,7 @@ POSTSCRIPT_OPERATOR(ReadOperator, "read");
 struct PartialText {
   explicit PartialText(Budget& budget) : share(&budget) {}
 
-  std::string text;
+  Text text;
   BudgetShare share;
 };
 

@@ -102,7 +102,7 @@ void getStringInterval(Interpreter& ps, const StringObject& source, int32_t inde
   const std::string_view text =
       source.view().substr(static_cast<size_t>(index), static_cast<size_t>(count));
   ps.memory.budget.expectRoom(text.size());
-  interval->setText(std::string(text));
+  interval->setText(Text(text));
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ void StringOperator::execute(Interpreter& ps) {
   const auto bytes = static_cast<size_t>(length->value);
   checkStringSize(bytes);
   ps.memory.budget.expectRoom(bytes);
-  pushString(ps, std::string(bytes, '\0'));
+  pushString(ps, Text(bytes, '\0'));
 }
 
 void AnchorsearchOperator::execute(Interpreter& ps) {

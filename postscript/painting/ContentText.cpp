@@ -40,7 +40,7 @@ size_t ContentText::beginPart() {
 
 // A clip of the part may have gone in front of it and have moved its beginning: the part is cut off
 // by length, so that it then takes the end of the text before it along.
-std::string ContentText::takePart(size_t start) {
+Text ContentText::takePart(size_t start) {
   size_t kept = insertions_.size();
   size_t keptLength = insertedLength_;
   while (kept > 0 && insertions_[kept - 1].place + keptLength > start) {
@@ -51,7 +51,7 @@ std::string ContentText::takePart(size_t start) {
   }
   mergeFrom(kept);
   const size_t cut = start - insertedLength_;
-  std::string part(written().substr(cut));
+  Text part(written().substr(cut));
   bytes_.cut(cut);
   clipPlace_ = placeAtPart_;
   clipPlace_.keep(cut);

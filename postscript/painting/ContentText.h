@@ -11,6 +11,7 @@
 
 #include "postscript/painting/ClipPlace.h"
 #include "postscript/painting/TextBuffer.h"
+#include "postscript/values/Text.h"
 
 namespace postscript {
 
@@ -33,7 +34,7 @@ class ContentText {
   // Marks the end of the text: a part begins here that will be taken off. Returns the length.
   size_t beginPart();
   // Removes and returns everything from the start on, which is at most the length.
-  std::string takePart(size_t start);
+  Text takePart(size_t start);
 
  private:
   struct Insertion {

@@ -10,6 +10,7 @@
 #include "postscript/painting/Postscript2Pdf.h"
 #include "postscript/values/FilterNames.h"
 #include "postscript/values/Held.h"
+#include "postscript/values/Text.h"
 
 namespace postscript {
 
@@ -55,7 +56,7 @@ class Imager {
   NameObject* const self_;
   Postscript2Pdf* const pdfConverter_;
   ColorMode imageColorMode = ColorMode::unknown;
-  std::string imageData;
+  Text imageData;
   BudgetShare dataShare_;
   PostscriptObject* dataSource = nullptr;   // counted
   PostscriptObject* imageMatrix = nullptr;  // counted

@@ -19,7 +19,7 @@ struct PdfObjectGeneration {
 StoredPdfObject::StoredPdfObject(std::string resourceName, PdfObjectContents contents)
     : PdfObject(),
       dictionaryText_(std::move(contents.dictionary)),
-      dataBytes_(std::move(contents.data).value_or(std::string())),
+      dataBytes_(std::move(contents.data).value_or(Text())),
       nameText_(std::move(resourceName)) {
   dictionary = dictionaryText_.data();
   compress = contents.compress;
@@ -65,7 +65,7 @@ size_t PdfObjectList::add(std::string_view prefix, PdfObjectContents contents) {
   return records.size() - 1;
 }
 
-void PdfObjectList::complete(const Place& place, std::string data) {
+void PdfObjectList::complete(const Place& place, Text data) {
   const std::lock_guard lock(mutex_);
   if (place.clearings != clearCount_) {
     return;

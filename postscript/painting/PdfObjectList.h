@@ -17,6 +17,7 @@
 
 #include "include/tqpumpd2k.h"
 #include "postscript/painting/PrefixTree.h"
+#include "postscript/values/Text.h"
 
 namespace postscript {
 
@@ -24,7 +25,7 @@ namespace postscript {
 struct PdfObjectContents {
   uint32_t kind;
   std::string dictionary;
-  std::optional<std::string> data;  // none: to be completed
+  std::optional<Text> data;  // none: to be completed
   int32_t compress = 1;
   void* source = nullptr;  // an address to compare, never to follow
 };
@@ -43,7 +44,7 @@ class StoredPdfObject : public PdfObject {
 
  private:
   std::string dictionaryText_;
-  std::string dataBytes_;
+  Text dataBytes_;
   std::string nameText_;
 };
 
@@ -79,7 +80,7 @@ class PdfObjectList {
   // its dictionary says. If there is none the image becomes a record.
   NamedImage nameImage(std::string_view prefix, PdfObjectContents image);
   // Replaces a record by one with the data. Does nothing if the list was emptied since.
-  void complete(const Place& place, std::string data);
+  void complete(const Place& place, Text data);
   void clearPdfObjects() noexcept;
   // Counts the emptyings: a place or a name is good only as long as this stays the same.
   uint64_t clearings() const { return clearCount_; }

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <string>
 
 namespace postscript {
 
@@ -67,7 +66,8 @@ class BudgetShare {
     set(bytes);
   }
   // Before a text, which has `others` beside it in this share, grows to so many bytes.
-  void expectText(const std::string& text, size_t bytes, size_t others = 0) {
+  template <class String>
+  void expectText(const String& text, size_t bytes, size_t others = 0) {
     if (bytes > text.capacity()) {
       resizeMoving(others + std::max(bytes, 2 * text.capacity()));
     }

@@ -76,7 +76,7 @@ void DictionaryData::insert(DictionaryEntry* entry) {
 }
 
 void DictionaryData::grow() {
-  std::vector<DictionaryEntry*> old(slots_.empty() ? initialSlots : slots_.size() * 2);
+  Slots old(slots_.empty() ? initialSlots : slots_.size() * 2);
   old.swap(slots_);
   for (DictionaryEntry* entry : old) {
     if (entry) {
@@ -132,7 +132,7 @@ void DictionaryData::unlink(size_t slot) {
 
 void DictionaryData::clear() {
   // A value's end may look at this dictionary, so it is empty before the first goes.
-  const std::vector<DictionaryEntry*> old = std::exchange(slots_, {});
+  const Slots old = std::exchange(slots_, {});
   count_ = 0;
   share_.resize(std::min(share_.bytes(), bytesFor(0)));
   ordered_.reset();

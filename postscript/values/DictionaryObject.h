@@ -86,6 +86,8 @@ class DictionaryData : public CompositeData {
   const std::string name;  // empty for a program's own dictionary
 
  private:
+  using Slots = std::vector<DictionaryEntry*, objectPool::Allocator<DictionaryEntry*>>;
+
   // What a dictionary takes with so many entries: body and handle, and for each entry its key's
   // slots, its value and itself.
   static size_t bytesFor(size_t entries) { return 256 + entries * 256; }
@@ -96,7 +98,7 @@ class DictionaryData : public CompositeData {
   void unlink(size_t slot);
 
   SymbolTable& symbols_;
-  std::vector<DictionaryEntry*> slots_;  // open addressing; a power of two, at most half full
+  Slots slots_;  // open addressing; a power of two, at most half full
   size_t count_ = 0;
   BudgetShare share_;
   mutable std::unique_ptr<OrderedEntries> ordered_;  // since somebody walked over the dictionary

@@ -1,43 +1,36 @@
 // Blocks are allocated one by one, so that any of them can go back to the system on its own. The
 // lists are plain data without a constructor, which keeps access to the thread's copy cheap; a
 // second object with a destructor, touched when a list is empty, empties them when the thread ends.
-// A build with a sanitizer uses the general allocator alone, so that every misuse is seen.
 #include "postscript/values/ObjectPool.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <new>
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define POSTSCRIPT_PLAIN_ALLOCATION 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define POSTSCRIPT_PLAIN_ALLOCATION 1
-#endif
-#endif
+#include "support/ThreadPointer.h"
 
 namespace postscript::objectPool {
 
-#ifdef POSTSCRIPT_PLAIN_ALLOCATION
-
-void* allocate(size_t size) {
-  return ::operator new(size);
-}
-
-void free(void* block, size_t) noexcept {
-  ::operator delete(block);
-}
-
-void releaseUnused() noexcept {}
-
-#else
-
 namespace {
 
-constexpr size_t granularity = 16;
-constexpr size_t largestPooled = 256;
-constexpr size_t listCount = largestPooled / granularity;
-// A block more than this of one size goes straight back to the system.
-constexpr uint32_t blocksInList = 4096;
+constexpr size_t listCount = listOf(largestPooled) + 1;
+
+constexpr size_t blockSize(size_t list) {
+  return list < smallLists ? (list + 1) * smallStep
+                           : largestSmall + (list - smallLists + 1) * largeStep;
+}
+
+// A block more than this in one list goes straight back to the system.
+constexpr auto mostBlocks = [] {
+  constexpr size_t blocks = 4096;
+  constexpr size_t bytes = size_t{512} << 10;
+  std::array<uint32_t, listCount> most{};
+  for (size_t list = 0; list < listCount; ++list) {
+    most[list] = static_cast<uint32_t>(std::min(blocks, bytes / blockSize(list)));
+  }
+  return most;
+}();
 
 struct Block {
   Block* next;
@@ -53,46 +46,61 @@ struct List {
 #ifdef __linux__
 [[gnu::tls_model("initial-exec")]]
 #endif
-constinit thread_local List lists[listCount] = {};
+constinit thread_local List ownLists[listCount] = {};
+
+#ifdef _WIN32
+constinit quillpress::ThreadPointer knownLists;
+#endif
 
 struct EmptiesListsWithThread {
-  ~EmptiesListsWithThread() { releaseUnused(); }
+  ~EmptiesListsWithThread() {
+    releaseUnused();
+#ifdef _WIN32
+    knownLists.set(nullptr);
+#endif
+  }
   void touch() {}
 };
 thread_local EmptiesListsWithThread atThreadEnd;
 
-// Sizes are rounded up: 1 to 16 bytes use the first list.
-size_t listIndex(size_t size) {
-  return (size - 1) / granularity;
+#ifdef _WIN32
+[[gnu::noinline]] List* findLists() {
+  atThreadEnd.touch();
+  knownLists.set(ownLists);
+  return ownLists;
 }
 
-[[gnu::noinline]] void* allocateAnew(size_t size) {
+List* lists() {
+  void* known = knownLists.get();
+  return known ? static_cast<List*>(known) : findLists();
+}
+#else
+List* lists() {
+  return ownLists;
+}
+#endif
+
+[[gnu::noinline]] void* allocateAnew(size_t list) {
   atThreadEnd.touch();
-  return ::operator new((size + granularity - 1) / granularity * granularity);
+  return ::operator new(blockSize(list));
 }
 
 }  // namespace
 
-void* allocate(size_t size) {
-  if (size > largestPooled) {
-    return ::operator new(size);
-  }
-  List& list = lists[listIndex(size)];
+void* takeFrom(size_t index) {
+  List& list = lists()[index];
   Block* block = list.first;
   if (!block) {
-    return allocateAnew(size);
+    return allocateAnew(index);
   }
   list.first = block->next;
   --list.count;
   return block;
 }
 
-void free(void* block, size_t size) noexcept {
-  if (size > largestPooled) {
-    return ::operator delete(block);
-  }
-  List& list = lists[listIndex(size)];
-  if (list.count == blocksInList) {
+void giveTo(size_t index, void* block) noexcept {
+  List& list = lists()[index];
+  if (list.count == mostBlocks[index]) {
     return ::operator delete(block);
   }
   list.first = new (block) Block{list.first};
@@ -100,7 +108,8 @@ void free(void* block, size_t size) noexcept {
 }
 
 void releaseUnused() noexcept {
-  for (List& list : lists) {
+  for (size_t i = 0; i < listCount; ++i) {
+    List& list = lists()[i];
     while (Block* block = list.first) {
       list.first = block->next;
       ::operator delete(block);
@@ -108,7 +117,5 @@ void releaseUnused() noexcept {
     list.count = 0;
   }
 }
-
-#endif
 
 }  // namespace postscript::objectPool

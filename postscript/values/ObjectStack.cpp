@@ -110,7 +110,7 @@ int32_t ObjectStack::countToMark() const {
 
 void ObjectStack::clear() {
   // An item's end may look at this stack, so it is empty before the first goes.
-  const std::vector<StackItem> old = std::exchange(items_, {});
+  const Items old = std::exchange(items_, {});
   share_.resize(0);
   for (const StackItem& item : old) {
     if (item.kind == StackItem::Kind::object) {

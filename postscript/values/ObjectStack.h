@@ -187,6 +187,8 @@ class ObjectStack {
   const char* const name;
 
  private:
+  using Items = std::vector<StackItem, objectPool::Allocator<StackItem>>;
+
   PostscriptObject* objectAt(size_t index) const {
     const StackItem& item = items_[index];
     return item.kind == StackItem::Kind::object ? item.object : makeObject(index);
@@ -206,7 +208,7 @@ class ObjectStack {
   }
   void growTo(size_t capacity);
 
-  mutable std::vector<StackItem> items_;
+  mutable Items items_;
   BudgetShare share_;
 };
 

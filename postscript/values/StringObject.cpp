@@ -1,7 +1,6 @@
 #include "postscript/values/StringObject.h"
 
 #include "postscript/values/Ex.h"
-#include "postscript/values/Limits.h"
 #include "postscript/values/VirtualMemory.h"
 
 namespace postscript {
@@ -12,9 +11,10 @@ constexpr const char* sourceFile = "postscript/lib/StringObject";
 constexpr size_t bytesOfString = 208;
 }  // namespace
 
-StringData::StringData(Budget& budget, std::string bytes)
-    : CompositeData(TypeTag::string), share_(&budget) {
-  setText(std::move(bytes));
+StringData::StringData(Budget& budget, Text&& bytes)
+    : CompositeData(TypeTag::string), text_(std::move(bytes)), share_(&budget) {
+  checkStringSize(text_.size());
+  share_.resize(bytesOfString + text_.capacity());
 }
 
 StringData::~StringData() = default;
@@ -24,19 +24,19 @@ void StringData::expectSize(size_t bytes) {
   share_.expectText(text_, bytes, bytesOfString);
 }
 
-void StringData::setText(std::string bytes) {
+void StringData::setText(Text bytes) {
   checkStringSize(bytes.size());
   share_.resize(bytesOfString + bytes.capacity());
   text() = std::move(bytes);
 }
 
-std::string StringData::takeText() {
-  std::string taken = std::exchange(text(), {});
+Text StringData::takeText() {
+  Text taken = std::exchange(text(), {});
   share_.resize(bytesOfString);
   return taken;
 }
 
-StringObject::StringObject(VirtualMemoryObject& space, std::string text)
+StringObject::StringObject(VirtualMemoryObject& space, Text text)
     : CompositeObject(space, std::make_unique<StringData>(space.budget(), std::move(text))) {
   executable = false;
 }
@@ -63,14 +63,12 @@ void StringObject::append(std::string_view bytes) {
   text().append(bytes);
 }
 
-void StringObject::setText(std::string bytes) {
+void StringObject::setText(Text bytes) {
   body().setText(std::move(bytes));
 }
 
-void checkStringSize(size_t bytes) {
-  if (bytes > limits::stringBytes) {
-    throw Ex(sourceFile, 20, "string is too long");
-  }
+void failOnStringSize() {
+  throw Ex(sourceFile, 20, "string is too long");
 }
 
 }  // namespace postscript

@@ -9,25 +9,27 @@
 #include "postscript/values/Budget.h"
 #include "postscript/values/CompositeObject.h"
 #include "postscript/values/FilterNames.h"
+#include "postscript/values/Limits.h"
+#include "postscript/values/Text.h"
 
 namespace postscript {
 
 class StringData : public CompositeData {
  public:
   // Fails for a text that is too long to keep, or for which the budget has no room.
-  StringData(Budget& budget, std::string bytes);
+  StringData(Budget& budget, Text&& bytes);
   ~StringData() override;
 
   void forEachElement(const Visit&) const override {}
   void clearContents() override { text().clear(); }
   // Before the text grows to so many bytes.
   void expectSize(size_t bytes);
-  void setText(std::string bytes);
+  void setText(Text bytes);
   // Leaves the string empty; the text is the caller's, who has to take a share for it.
-  std::string takeText();
+  Text takeText();
 
   // To read or to change; may hold NUL bytes.
-  std::string& text() {
+  Text& text() {
     if (dropped_ > 0) {
       text_.erase(0, std::exchange(dropped_, 0));
     }
@@ -47,7 +49,7 @@ class StringData : public CompositeData {
   FilterNames filters;
 
  private:
-  std::string text_;
+  Text text_;
   size_t dropped_ = 0;  // bytes at the front that are no longer part of the text
   BudgetShare share_;
 };
@@ -57,7 +59,7 @@ class StringObject : public CompositeObject {
   static constexpr TypeTag tag = TypeTag::string;
 
   // A literal string. Fails for a text that is too long to keep.
-  StringObject(VirtualMemoryObject& space, std::string text);
+  StringObject(VirtualMemoryObject& space, Text text);
 
   std::string describe() const override;
   std::string syntaxText() const override;
@@ -65,7 +67,7 @@ class StringObject : public CompositeObject {
   PostscriptObject* clone() const override { return new StringObject(*this); }
 
   StringData& body() const { return *static_cast<StringData*>(data); }
-  std::string& text() const { return body().text(); }
+  Text& text() const { return body().text(); }
   std::string_view view() const { return body().view(); }
   FilterNames& filters() const { return body().filters; }
   // The text up to its first NUL byte.
@@ -74,7 +76,7 @@ class StringObject : public CompositeObject {
   // fails.
   void setByte(size_t index, char byte);
   void append(std::string_view bytes);
-  void setText(std::string bytes);
+  void setText(Text bytes);
 
  private:
   StringObject(const StringObject& source) : CompositeObject(source, source.executable) {}
@@ -87,6 +89,11 @@ inline int32_t signedByte(char byte) {
 }
 
 // Fails for a size that no string may have.
-void checkStringSize(size_t bytes);
+[[noreturn]] void failOnStringSize();
+inline void checkStringSize(size_t bytes) {
+  if (bytes > limits::stringBytes) [[unlikely]] {
+    failOnStringSize();
+  }
+}
 
 }  // namespace postscript

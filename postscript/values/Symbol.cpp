@@ -20,23 +20,39 @@ size_t bytesOfSymbol(size_t textSize) {
   return 160 + textSize;
 }
 
-// Eight bytes at a time; the multiplications spread each byte over the upper half.
+template <class Word>
+uint64_t wordAt(const char* bytes) {
+  Word word;
+  std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
+// All bytes of a text of up to eight, in two reads that may overlap.
+uint64_t shortWord(const char* bytes, size_t size) {
+  if (size >= 4) {
+    return wordAt<uint32_t>(bytes) << 32 | wordAt<uint32_t>(bytes + size - 4);
+  }
+  if (size >= 2) {
+    return wordAt<uint16_t>(bytes) << 16 | wordAt<uint16_t>(bytes + size - 2);
+  }
+  return size == 1 ? static_cast<uint8_t>(*bytes) : 0;
+}
+
+// Eight bytes at a time, the last eight once more if they overlap; the multiplications spread each
+// byte over the upper half.
 uint32_t hashOf(std::string_view text) {
   constexpr uint64_t factor = 0x9e3779b97f4a7c15;
-  uint64_t hash = text.size();
-  const char* at = text.data();
-  size_t left = text.size();
-  for (; left >= 8; at += 8, left -= 8) {
-    uint64_t word;
-    std::memcpy(&word, at, 8);
-    hash = (hash ^ word) * factor;
-    hash ^= hash >> 32;
+  const size_t size = text.size();
+  uint64_t hash = size;
+  if (size > 8) {
+    for (size_t at = 0; at < size - 8; at += 8) {
+      hash = (hash ^ wordAt<uint64_t>(text.data() + at)) * factor;
+      hash ^= hash >> 32;
+    }
+    hash = (hash ^ wordAt<uint64_t>(text.data() + size - 8)) * factor;
+  } else {
+    hash = (hash ^ shortWord(text.data(), size)) * factor;
   }
-  uint64_t word = 0;
-  for (size_t i = 0; i < left; ++i) {
-    word = word << 8 | static_cast<uint8_t>(at[i]);
-  }
-  hash = (hash ^ word) * factor;
   return static_cast<uint32_t>(hash >> 32);
 }
 

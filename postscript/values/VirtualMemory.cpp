@@ -20,7 +20,9 @@ VirtualMemoryObject::VirtualMemoryObject(std::shared_ptr<const std::string> name
       share_(&set->budget, bytesOfSpace) {}
 
 VirtualMemoryObject::VirtualMemoryObject(std::string name, VirtualMemorySet* set)
-    : VirtualMemoryObject(std::make_shared<const std::string>(std::move(name)), 0, set) {}
+    : VirtualMemoryObject(std::allocate_shared<const std::string>(
+                              objectPool::Allocator<std::string>(), std::move(name)),
+                          0, set) {}
 
 VirtualMemoryObject::~VirtualMemoryObject() {
   ending_ = true;

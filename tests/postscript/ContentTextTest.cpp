@@ -53,7 +53,7 @@ class TextPair {
         break;
       case 1:
         start_ = std::min(start_, content_.size());
-        EXPECT_EQ(content_.takePart(start_), plain_.takePart(start_));
+        EXPECT_EQ(std::string_view(content_.takePart(start_)), plain_.takePart(start_));
         break;
       case 2:
         EXPECT_EQ(content_.text(), plain_.text);

@@ -13,7 +13,7 @@ namespace {
 constexpr size_t wanted = 150;
 
 struct Reading {
-  std::string text;
+  Text text;
   size_t taken = 0;
   int32_t pending = noDigit;
 

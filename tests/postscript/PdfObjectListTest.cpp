@@ -13,7 +13,7 @@ namespace postscript {
 namespace {
 
 PdfObjectContents image(std::string data) {
-  return {TQP_IMAGE, "/Width 1", std::move(data), 1, nullptr};
+  return {TQP_IMAGE, "/Width 1", Text(data), 1, nullptr};
 }
 PdfObjectContents pattern() {
   return {TQP_PATTERN, "/Type /Pattern", {}, 1, nullptr};
@@ -100,7 +100,7 @@ void useList(PdfObjectList& list, int thread, int rounds) {
     list.nameImage("/PSI", image("of " + std::to_string(thread) + " " + std::to_string(i)));
     const PdfObjectList::Place place = list.addPdfObject("/PA", pattern());
     const std::vector<PdfObject*> before = handedOut(list, to);
-    list.complete(place, "content of " + place.name);
+    list.complete(place, Text("content of " + place.name));
     if (thread == 0 && i % 50 == 49) {
       list.clearPdfObjects();
     }
