@@ -5,7 +5,6 @@
 // double would not do.
 #include "postscript/values/Trigonometry.h"
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -133,24 +132,29 @@ SineAndCosine sineAndCosineInIntegers(double x) {
           values[1 - quarter % 2] * signs[(quarter + 1) % 4]};
 }
 
-#ifndef __GLIBC__
-
-// Within a turn the processor's instructions do, unless the result is so small that the end of its
-// pi shows; they take half the time.
-SineAndCosine sineAndCosine(double x) {
-  constexpr double turn = 7;
-  constexpr double unreduced = 0.78;
-  constexpr double least = 1.0 / 32;
-  const double magnitude = std::fabs(x);
-  if (magnitude < turn) {
-    const SineAndCosine quick{std::sin(x), std::cos(x)};
-    if (std::min(std::fabs(quick.sine), std::fabs(quick.cosine)) > least || magnitude < unreduced) {
-      return quick;
+// All but the first term of the series, taken from it, leaves little more than one rounding. Where
+// the error could tip that over to the next double, the processor's instruction decides, which is
+// slower.
+double arcTangentBySeries(double x) {
+  constexpr double small = 0.29;
+  if (std::fabs(x) < small) {
+    const double square = x * x;
+    const double fourth = square * square;
+    double even = 1.0 / 31;
+    double odd = 1.0 / 29;
+    for (int n = 27; n > 3; n -= 4) {
+      even = 1.0 / n + fourth * even;
+      odd = 1.0 / (n - 2) + fourth * odd;
+    }
+    even = 1.0 / 3 + fourth * even;
+    const double taken = x * square * (even - square * odd);
+    const double error = taken * 0x1.4p-52;
+    const double least = x - (taken + error);
+    if (least == x - (taken - error)) {
+      return least;
     }
   }
-  return sineAndCosineInIntegers(x);
+  return std::atan2(x, 1.0);
 }
-
-#endif
 
 }  // namespace postscript

@@ -2,7 +2,7 @@
 // glibc has them for every argument, to within little more than half a unit of the last bit.
 // MinGW's sine and cosine are the processor's, whose pi has 66 bits: great arguments and results
 // near zero have wrong bits, and are computed in integers instead. Its arc tangent is that of a DLL
-// of the system.
+// of the system; a series takes its place.
 #pragma once
 
 #include <cmath>
@@ -13,9 +13,11 @@ struct SineAndCosine {
   double sine, cosine;
 };
 
-// Correctly rounded in all but a few of a million cases, whatever precision the processor is set
-// to.
+// Correctly rounded in all but a few of a million cases, whatever precision the processor has.
 SineAndCosine sineAndCosineInIntegers(double x);
+
+// Correctly rounded for the small arguments of arcs; std::atan2(x, 1) for others.
+double arcTangentBySeries(double x);
 
 #ifdef __GLIBC__
 
@@ -37,7 +39,21 @@ inline double arcTangent(double x) {
 
 #else
 
-SineAndCosine sineAndCosine(double x);
+// Within a turn the processor's instructions do, unless the result is so small that the end of its
+// pi shows; they take half the time.
+inline SineAndCosine sineAndCosine(double x) {
+  constexpr double turn = 7;
+  constexpr double unreduced = 0.78;
+  constexpr double least = 1.0 / 64;
+  const double magnitude = std::fabs(x);
+  if (magnitude < turn) {
+    const SineAndCosine quick{std::sin(x), std::cos(x)};
+    if (std::fabs(quick.sine * quick.cosine) > least || magnitude < unreduced) {
+      return quick;
+    }
+  }
+  return sineAndCosineInIntegers(x);
+}
 
 inline double sine(double x) {
   return sineAndCosine(x).sine;
@@ -47,9 +63,8 @@ inline double cosine(double x) {
   return sineAndCosine(x).cosine;
 }
 
-// The processor's own, which is right more often than the DLL's.
 inline double arcTangent(double x) {
-  return std::atan2(x, 1.0);
+  return arcTangentBySeries(x);
 }
 
 #endif
