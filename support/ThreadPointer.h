@@ -3,8 +3,7 @@
 // keeps the first 64 slots of TlsAlloc in a block that the processor points at (TlsSlots of _TEB in
 // winternl.h), where TlsSetValue writes. No thread's data can be told from another's without that.
 //
-// It may be lost: when all 64 slots are taken, and after the destructor, get always gives null. So
-// it serves to remember what thread_local finds as well.
+// There may be none: get gives null when all 64 slots are taken, and after the destructor.
 #pragma once
 
 #ifdef _WIN32
@@ -36,14 +35,13 @@ class ThreadPointer {
     const DWORD slot = slot_.load(std::memory_order_relaxed);
     return isQuick(slot) ? NtCurrentTeb()->TlsSlots[slot] : nullptr;
   }
-  void set(void* pointer) {
+  // False when it cannot be kept.
+  bool set(void* pointer) {
     DWORD slot = slot_.load();
     if (slot == notYet) {
       slot = takeSlot();
     }
-    if (isQuick(slot)) {
-      TlsSetValue(slot, pointer);
-    }
+    return isQuick(slot) && TlsSetValue(slot, pointer);
   }
 
  private:

@@ -126,6 +126,8 @@ const char* Parser::endOfRun(const char* at, const char* end, State separators) 
       return findAnyOf<'\\', '(', ')', '\0'>(at, end);
     case State::angleString:
       return findAnyOf<'>', '>', '>', '\0'>(at, end);
+    case State::ascii85String:
+      return findAnyOf<'~', '~', '~', '\0'>(at, end);
     default:  // short runs
       break;
   }
@@ -268,15 +270,25 @@ Token Parser::readString() {
   return {};
 }
 
-// The text keeps the > that ends it.
+// The text keeps the byte that ends it.
 Token Parser::readAngleString() {
   const char* first = current + 1;
   const char* last = endOfRun(first, end, State::angleString);
-  if (last == end || *first == '~') {
+  if (last == end) {
     return {};
   }
+  const bool ascii85 = *first == '~';
+  if (ascii85 && last[-1] != '~') {
+    // This > is data: from here on only ~ ends the string.
+    last = endOfRun(last + 1, end, State::ascii85String);
+    if (last == end) {
+      return {};
+    }
+  }
   current = last + 1;
-  return stringToken({first, static_cast<size_t>(current - first)}, hexFilter_);
+  first += ascii85;
+  return stringToken({first, static_cast<size_t>(current - first)},
+                     ascii85 ? ascii85Filter_ : hexFilter_);
 }
 
 Token Parser::readInSteps() {

@@ -1,6 +1,5 @@
 // Blocks are allocated one by one, so that any of them can go back to the system on its own. The
-// lists are plain data without a constructor, which keeps access to the thread's copy cheap; a
-// second object with a destructor, touched when a list is empty, empties them when the thread ends.
+// lists of a thread are emptied when it ends.
 #include "postscript/values/ObjectPool.h"
 
 #include <algorithm>
@@ -8,7 +7,11 @@
 #include <cstdint>
 #include <new>
 
+#ifdef _WIN32
+#include <pthread.h>
+
 #include "support/ThreadPointer.h"
+#endif
 
 namespace postscript::objectPool {
 
@@ -22,15 +25,11 @@ constexpr size_t blockSize(size_t list) {
 }
 
 // A block more than this in one list goes straight back to the system.
-constexpr auto mostBlocks = [] {
+constexpr uint32_t mostBlocks(size_t list) {
   constexpr size_t blocks = 4096;
   constexpr size_t bytes = size_t{512} << 10;
-  std::array<uint32_t, listCount> most{};
-  for (size_t list = 0; list < listCount; ++list) {
-    most[list] = static_cast<uint32_t>(std::min(blocks, bytes / blockSize(list)));
-  }
-  return most;
-}();
+  return static_cast<uint32_t>(std::min(blocks, bytes / blockSize(list)));
+}
 
 struct Block {
   Block* next;
@@ -38,50 +37,104 @@ struct Block {
 
 struct List {
   Block* first;
-  uint32_t count;
+  uint32_t room;  // for so many further blocks
 };
+using Lists = std::array<List, listCount>;
 
-// In a shared object the general way to a thread's data is a call; these few bytes are reserved
-// when the library is loaded instead.
+constexpr Lists emptyLists = [] {
+  Lists lists{};
+  for (size_t i = 0; i < listCount; ++i) {
+    lists[i].room = mostBlocks(i);
+  }
+  return lists;
+}();
+
+void empty(Lists& lists) noexcept {
+  for (List& list : lists) {
+    while (Block* block = list.first) {
+      list.first = block->next;
+      ++list.room;
+      ::operator delete(block);
+    }
+  }
+}
+
+#ifdef _WIN32
+
+// For a thread that can have none: nothing is ever taken from them or added.
+constinit Lists noLists = {};
+
+constinit quillpress::ThreadPointer known;
+
+// The compiler's thread_local will not do: when its destructors run the memory is gone already.
+struct ListsOfThreads {
+  ListsOfThreads() { isMade = pthread_key_create(&key, end) == 0; }
+  // The library is unloaded: the lists of the thread that does it go, as most threads have ended.
+  ~ListsOfThreads() {
+    isMade = false;
+    if (void* lists = pthread_getspecific(key)) {
+      pthread_setspecific(key, nullptr);
+      end(lists);
+    }
+  }
+  static void end(void* lists) {
+    known.set(&noLists);
+    empty(*static_cast<Lists*>(lists));
+    delete static_cast<Lists*>(lists);
+  }
+
+  pthread_key_t key;
+  bool isMade;
+} ofThreads;
+
+[[gnu::noinline]] Lists& makeLists() {
+  if (!ofThreads.isMade || !known.set(&noLists)) {
+    return noLists;
+  }
+  auto* lists = new (std::nothrow) Lists(emptyLists);
+  if (!lists || pthread_setspecific(ofThreads.key, lists) != 0) {
+    delete lists;
+    return noLists;
+  }
+  known.set(lists);
+  return *lists;
+}
+
+Lists& lists() {
+  void* ofThread = known.get();
+  return ofThread ? *static_cast<Lists*>(ofThread) : makeLists();
+}
+
+void emptyAtThreadEnd() {}
+
+#else
+
+// Plain data without a constructor, which keeps access to the thread's copy cheap. In a shared
+// object the general way to it is a call; these few bytes are reserved when the library is loaded
+// instead.
 #ifdef __linux__
 [[gnu::tls_model("initial-exec")]]
 #endif
-constinit thread_local List ownLists[listCount] = {};
+constinit thread_local Lists ownLists = emptyLists;
 
-#ifdef _WIN32
-constinit quillpress::ThreadPointer knownLists;
-#endif
+Lists& lists() {
+  return ownLists;
+}
 
 struct EmptiesListsWithThread {
-  ~EmptiesListsWithThread() {
-    releaseUnused();
-#ifdef _WIN32
-    knownLists.set(nullptr);
-#endif
-  }
+  ~EmptiesListsWithThread() { empty(ownLists); }
   void touch() {}
 };
-thread_local EmptiesListsWithThread atThreadEnd;
 
-#ifdef _WIN32
-[[gnu::noinline]] List* findLists() {
+void emptyAtThreadEnd() {
+  static thread_local EmptiesListsWithThread atThreadEnd;
   atThreadEnd.touch();
-  knownLists.set(ownLists);
-  return ownLists;
 }
 
-List* lists() {
-  void* known = knownLists.get();
-  return known ? static_cast<List*>(known) : findLists();
-}
-#else
-List* lists() {
-  return ownLists;
-}
 #endif
 
 [[gnu::noinline]] void* allocateAnew(size_t list) {
-  atThreadEnd.touch();
+  emptyAtThreadEnd();
   return ::operator new(blockSize(list));
 }
 
@@ -94,28 +147,21 @@ void* takeFrom(size_t index) {
     return allocateAnew(index);
   }
   list.first = block->next;
-  --list.count;
+  ++list.room;
   return block;
 }
 
 void giveTo(size_t index, void* block) noexcept {
   List& list = lists()[index];
-  if (list.count == mostBlocks[index]) {
+  if (list.room == 0) {
     return ::operator delete(block);
   }
   list.first = new (block) Block{list.first};
-  ++list.count;
+  --list.room;
 }
 
 void releaseUnused() noexcept {
-  for (size_t i = 0; i < listCount; ++i) {
-    List& list = lists()[i];
-    while (Block* block = list.first) {
-      list.first = block->next;
-      ::operator delete(block);
-    }
-    list.count = 0;
-  }
+  empty(lists());
 }
 
 }  // namespace postscript::objectPool

@@ -360,6 +360,33 @@ TEST_F(PrintJob, LeavesNothingBehindIn200Jobs) {
   EXPECT_LE(lowRegions(), regions + 10);
 }
 
+TEST(ConverterThreads, GiveTheirMemoryBackWhenTheyEnd) {
+  const auto convertInThread = [] {
+    const HANDLE thread = CreateThread(
+        nullptr, 0,
+        [](void*) -> DWORD {
+          const float identity[] = {1, 0, 0, 1, 0, 0};
+          const std::string page = "[/a (a string that is kept in memory of its own) 1] pop";
+          void* converter = PSOpen(identity);
+          auto length = static_cast<int32_t>(page.size());
+          EXPECT_NE(PSConvertToPdf(converter, page.data(), &length), nullptr);
+          PSClose(converter);
+          return 0;
+        },
+        nullptr, 0, nullptr);
+    EXPECT_EQ(WaitForSingleObject(thread, 60'000), WAIT_OBJECT_0);
+    CloseHandle(thread);
+  };
+  for (int i = 0; i < 3; ++i) {
+    convertInThread();
+  }
+  const size_t blocks = heapBlocks();
+  for (int i = 0; i < 20; ++i) {
+    convertInThread();
+  }
+  EXPECT_LE(heapBlocks(), blocks + 10);
+}
+
 // A process that unloads the library in the midst of a job goes on.
 TEST_F(PrintJob, IsGivenUpWithTheLibrary) {
   const fs::path copy = folder_ / L"copy.dll";
