@@ -128,6 +128,12 @@ const char* Parser::endOfRun(const char* at, const char* end, State separators) 
       return findAnyOf<'>', '>', '>', '\0'>(at, end);
     case State::ascii85String:
       return findAnyOf<'~', '~', '~', '\0'>(at, end);
+    case State::scan:
+    case State::literalName:
+      if (end - at >= 16) {
+        at += wordLength(at);
+      }
+      break;
     default:  // short runs
       break;
   }

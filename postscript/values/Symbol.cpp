@@ -38,6 +38,23 @@ uint64_t shortWord(const char* bytes, size_t size) {
   return size == 1 ? static_cast<uint8_t>(*bytes) : 0;
 }
 
+// Names are too short for a call of memcmp to pay.
+bool areEqual(std::string_view a, std::string_view b) {
+  const size_t size = a.size();
+  if (size != b.size()) {
+    return false;
+  }
+  if (size <= 8) {
+    return shortWord(a.data(), size) == shortWord(b.data(), size);
+  }
+  for (size_t at = 0; at < size - 8; at += 8) {
+    if (wordAt<uint64_t>(a.data() + at) != wordAt<uint64_t>(b.data() + at)) {
+      return false;
+    }
+  }
+  return wordAt<uint64_t>(a.data() + size - 8) == wordAt<uint64_t>(b.data() + size - 8);
+}
+
 // Eight bytes at a time, the last eight once more if they overlap; the multiplications spread each
 // byte over the upper half.
 uint32_t hashOf(std::string_view text) {
@@ -98,7 +115,7 @@ size_t SymbolTable::slotOf(std::string_view text, uint32_t hash) const {
   const size_t mask = slots_.size() - 1;
   size_t slot = hash & mask;
   while (slots_[slot].symbol &&
-         (slots_[slot].hash != hash || slots_[slot].symbol->text() != text)) {
+         (slots_[slot].hash != hash || !areEqual(slots_[slot].symbol->text(), text))) {
     slot = (slot + 1) & mask;
   }
   return slot;
