@@ -66,11 +66,10 @@ struct Pooled {
   static void operator delete(void* block, size_t size) noexcept { objectPool::free(block, size); }
 };
 
-// For containers of the standard library. Blocks that are too large for the lists come from the
-// general allocator and move nothing but their address when the container is moved.
+// For containers of the standard library, which asks for the name of the type.
 template <class T>
 struct Allocator {
-  using value_type = T;
+  using value_type = T;  // NOLINT(readability-identifier-naming)
 
   Allocator() = default;
   template <class U>
