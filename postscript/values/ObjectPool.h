@@ -76,14 +76,18 @@ struct Allocator {
   Allocator(const Allocator<U>&) {}
 
   T* allocate(size_t count) {
-    if (count > std::numeric_limits<size_t>::max() / sizeof(T)) {
+    if (count > std::numeric_limits<size_t>::max() / bytesOfOne) {
       throw std::bad_array_new_length();
     }
-    return static_cast<T*>(objectPool::allocate(count * sizeof(T)));
+    return static_cast<T*>(objectPool::allocate(count * bytesOfOne));
   }
-  void deallocate(T* block, size_t count) noexcept { objectPool::free(block, count * sizeof(T)); }
+  void deallocate(T* block, size_t count) noexcept { objectPool::free(block, count * bytesOfOne); }
 
   bool operator==(const Allocator&) const = default;
+
+ private:
+  // T may well be a pointer.
+  static constexpr size_t bytesOfOne = sizeof(T);  // NOLINT(bugprone-sizeof-expression)
 };
 
 }  // namespace postscript::objectPool
