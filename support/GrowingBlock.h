@@ -39,7 +39,7 @@ inline void free(void* block, size_t size) noexcept {
 }
 
 // A block of `to` bytes that begins with the `from` bytes of the old one, which is gone then. Null
-// when there is no memory: the old one stays. block: null for none.
+// when there is no memory: the old one stays. block: null for none. to: more than `from`.
 inline void* grow(void* block, size_t from, size_t to) noexcept {
   const size_t reservation = reservationFor(to);
   if (reservation == 0) {

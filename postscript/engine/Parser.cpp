@@ -8,6 +8,7 @@
 #include "postscript/engine/DictionaryStack.h"
 #include "postscript/values/Ex.h"
 #include "postscript/values/IntegerObject.h"
+#include "postscript/values/Limits.h"
 #include "postscript/values/NameObject.h"
 #include "postscript/values/NumberToken.h"
 #include "postscript/values/RealObject.h"
@@ -130,8 +131,8 @@ const char* Parser::endOfRun(const char* at, const char* end, State separators) 
       return findAnyOf<'~', '~', '~', '\0'>(at, end);
     case State::scan:
     case State::literalName:
-      if (end - at >= 16) {
-        at += wordLength(at);
+      for (unsigned length = 16; length == 16 && end - at >= 16; at += length) {
+        length = wordLength(at);
       }
       break;
     default:  // short runs
@@ -267,8 +268,7 @@ Token Parser::readString() {
     } else if (*at == ')' && depth > 0) {
       --depth;
     } else if (*at == ')') {
-      current = at + 1;
-      return stringToken({first, static_cast<size_t>(at - first)}, noFilter_);
+      return stringInPlace({first, static_cast<size_t>(at - first)}, at + 1, noFilter_);
     } else {
       break;
     }
@@ -291,10 +291,19 @@ Token Parser::readAngleString() {
       return {};
     }
   }
-  current = last + 1;
   first += ascii85;
-  return stringToken({first, static_cast<size_t>(current - first)},
-                     ascii85 ? ascii85Filter_ : hexFilter_);
+  return stringInPlace({first, static_cast<size_t>(last + 1 - first)}, last + 1,
+                       ascii85 ? ascii85Filter_ : hexFilter_);
+}
+
+// A string that is too large fails in the state machine, which stays inside of it then.
+Token Parser::stringInPlace(std::string_view text, const char* next, const FilterNames& filters) {
+  constexpr size_t bytesBeside = 4096;
+  if (text.size() >= limits::stringBytes || !memory.budget.hasRoom(text.size() + bytesBeside)) {
+    return {};
+  }
+  current = next;
+  return stringToken(text, filters);
 }
 
 Token Parser::readInSteps() {

@@ -64,6 +64,7 @@ class Parser {
   Token readLiteralName();
   Token readString();
   Token readAngleString();
+  Token stringInPlace(std::string_view text, const char* next, const FilterNames& filters);
   // The state machine, for tokens that are cut by a range's end, and for all that is rare.
   Token readInSteps();
 

@@ -21,10 +21,11 @@ class Budget {
   size_t used() const { return used_; }
   // Fails when so much more is not to be had.
   void expectRoom(size_t bytes) const {
-    if (used_ > limit_ || bytes > limit_ - used_) [[unlikely]] {
+    if (!hasRoom(bytes)) [[unlikely]] {
       fail();
     }
   }
+  bool hasRoom(size_t bytes) const { return used_ <= limit_ && bytes <= limit_ - used_; }
 
  private:
   friend class BudgetShare;

@@ -69,7 +69,7 @@ constinit quillpress::ThreadPointer known;
 // The compiler's thread_local will not do: when its destructors run the memory is gone already.
 struct ListsOfThreads {
   ListsOfThreads() { isMade = pthread_key_create(&key, end) == 0; }
-  // The library is unloaded: the lists of the thread that does it go, as most threads have ended.
+  // The library is unloaded: the lists of the thread that does it go.
   ~ListsOfThreads() {
     isMade = false;
     if (void* lists = pthread_getspecific(key)) {
@@ -105,38 +105,48 @@ Lists& lists() {
   return ofThread ? *static_cast<Lists*>(ofThread) : makeLists();
 }
 
-void emptyAtThreadEnd() {}
+// These have room from the beginning, or never.
+bool openLists() {
+  return false;
+}
 
 #else
 
 // Plain data without a constructor, which keeps access to the thread's copy cheap. In a shared
 // object the general way to it is a call; these few bytes are reserved when the library is loaded
-// instead.
+// instead. They have no room before the first block is given, nor after the thread's end.
 #ifdef __linux__
 [[gnu::tls_model("initial-exec")]]
 #endif
-constinit thread_local Lists ownLists = emptyLists;
+constinit thread_local Lists ownLists = {};
 
 Lists& lists() {
   return ownLists;
 }
 
+enum class Stage { notYet, open, ended };
+constinit thread_local Stage stage = Stage::notYet;
+
 struct EmptiesListsWithThread {
-  ~EmptiesListsWithThread() { empty(ownLists); }
-  void touch() {}
+  ~EmptiesListsWithThread() {
+    empty(ownLists);
+    ownLists = {};
+    stage = Stage::ended;
+  }
 };
 
-void emptyAtThreadEnd() {
-  static thread_local EmptiesListsWithThread atThreadEnd;
-  atThreadEnd.touch();
+// When a list has no room: whether that was only as none had any yet.
+[[gnu::noinline]] bool openLists() {
+  if (stage != Stage::notYet) {
+    return false;
+  }
+  stage = Stage::open;
+  ownLists = emptyLists;
+  thread_local EmptiesListsWithThread untilThreadEnd;
+  return true;
 }
 
 #endif
-
-[[gnu::noinline]] void* allocateAnew(size_t list) {
-  emptyAtThreadEnd();
-  return ::operator new(blockSize(list));
-}
 
 }  // namespace
 
@@ -144,7 +154,7 @@ void* takeFrom(size_t index) {
   List& list = lists()[index];
   Block* block = list.first;
   if (!block) {
-    return allocateAnew(index);
+    return ::operator new(blockSize(index));
   }
   list.first = block->next;
   ++list.room;
@@ -153,7 +163,7 @@ void* takeFrom(size_t index) {
 
 void giveTo(size_t index, void* block) noexcept {
   List& list = lists()[index];
-  if (list.room == 0) {
+  if (list.room == 0 && !openLists()) {
     return ::operator delete(block);
   }
   list.first = new (block) Block{list.first};

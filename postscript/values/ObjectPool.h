@@ -49,13 +49,20 @@ constexpr size_t listOf(size_t size) {
 void* takeFrom(size_t list);
 void giveTo(size_t list, void* block) noexcept;
 
-// Throws std::bad_alloc when there is no memory.
+// size: at least 1. Throws std::bad_alloc when there is no memory.
 inline void* allocate(size_t size) {
-  return usesLists && size <= largestPooled ? takeFrom(listOf(size)) : ::operator new(size);
+  if (usesLists && size <= largestPooled) {
+    return takeFrom(listOf(size));
+  }
+  return ::operator new(size);
 }
 // block: from allocate with the same size.
 inline void free(void* block, size_t size) noexcept {
-  usesLists&& size <= largestPooled ? giveTo(listOf(size), block) : ::operator delete(block);
+  if (usesLists && size <= largestPooled) {
+    giveTo(listOf(size), block);
+  } else {
+    ::operator delete(block);
+  }
 }
 // Gives the unused blocks of this thread back.
 void releaseUnused() noexcept;
@@ -73,20 +80,21 @@ struct Allocator {
 
   Allocator() = default;
   template <class U>
-  Allocator(const Allocator<U>&) {}
+  Allocator(const Allocator<U>&) noexcept {}
 
   T* allocate(size_t count) {
     if (count > std::numeric_limits<size_t>::max() / bytesOfOne) {
       throw std::bad_array_new_length();
     }
-    return static_cast<T*>(objectPool::allocate(count * bytesOfOne));
+    return static_cast<T*>(objectPool::allocate(bytesOf(count)));
   }
-  void deallocate(T* block, size_t count) noexcept { objectPool::free(block, count * bytesOfOne); }
+  void deallocate(T* block, size_t count) noexcept { objectPool::free(block, bytesOf(count)); }
 
   bool operator==(const Allocator&) const = default;
 
  private:
   // T may well be a pointer.
+  static size_t bytesOf(size_t count) { return count == 0 ? 1 : count * bytesOfOne; }
   static constexpr size_t bytesOfOne = sizeof(T);  // NOLINT(bugprone-sizeof-expression)
 };
 

@@ -55,8 +55,8 @@ bool areEqual(std::string_view a, std::string_view b) {
   return wordAt<uint64_t>(a.data() + size - 8) == wordAt<uint64_t>(b.data() + size - 8);
 }
 
-// Eight bytes at a time, the last eight once more if they overlap; the multiplications spread each
-// byte over the upper half.
+// Eight bytes at a time, the last eight once more if they overlap. A multiplication spreads a byte
+// upwards only, so the upper half is folded into the lower one before the next.
 uint32_t hashOf(std::string_view text) {
   constexpr uint64_t factor = 0x9e3779b97f4a7c15;
   const size_t size = text.size();
@@ -70,6 +70,7 @@ uint32_t hashOf(std::string_view text) {
   } else {
     hash = (hash ^ shortWord(text.data(), size)) * factor;
   }
+  hash = (hash ^ hash >> 32) * factor;
   return static_cast<uint32_t>(hash >> 32);
 }
 

@@ -136,6 +136,9 @@ SineAndCosine sineAndCosineInIntegers(double x) {
 // the error could tip that over to the next double, the processor's instruction decides, which is
 // slower.
 double arcTangentBySeries(double x) {
+  if (x == 0) {
+    return x;
+  }
   constexpr double small = 0.29;
   if (std::fabs(x) < small) {
     const double square = x * x;
@@ -148,7 +151,7 @@ double arcTangentBySeries(double x) {
     }
     even = 1.0 / 3 + fourth * even;
     const double taken = x * square * (even - square * odd);
-    const double error = taken * 0x1.4p-52;
+    const double error = taken * 0x1p-50;
     const double least = x - (taken + error);
     if (least == x - (taken - error)) {
       return least;

@@ -1,4 +1,5 @@
-// Sine, cosine and arc tangent, with the same results on all systems: pages show their last bits.
+// Sine, cosine and arc tangent, with the same results on all systems but for a last bit now and
+// then, which a page shows in numbers of sixteen digits only.
 // glibc has them for every argument, to within little more than half a unit of the last bit.
 // MinGW's sine and cosine are the processor's, whose pi has 66 bits: great arguments and results
 // near zero have wrong bits, and are computed in integers instead. Its arc tangent is that of a DLL
@@ -16,7 +17,8 @@ struct SineAndCosine {
 // Correctly rounded in all but a few of a million cases, whatever precision the processor has.
 SineAndCosine sineAndCosineInIntegers(double x);
 
-// Correctly rounded for the small arguments of arcs; std::atan2(x, 1) for others.
+// Correctly rounded for all but a few in ten thousand of the small arguments of arcs;
+// std::atan2(x, 1) for others.
 double arcTangentBySeries(double x);
 
 #ifdef __GLIBC__

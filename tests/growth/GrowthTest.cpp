@@ -66,6 +66,23 @@ Job changesDuringForall(int size) {
   return {{text + "d {pop pop d /x 1 put d /x undef} forall"}};
 }
 
+// Distinct in two bytes at each place.
+Job similarNames(int size) {
+  constexpr std::string_view letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+  std::string text = "1 dict begin ";
+  for (int i = 0; i < size; ++i) {
+    const size_t number = static_cast<size_t>(i);
+    const std::string two{letters[number / letters.size()], letters[number % letters.size()]};
+    for (const char* name : {"Character##", "abc##def", "##ab", "ab##xyz", "##character"}) {
+      const std::string_view form = name;
+      const size_t place = form.find('#');
+      text.append("/").append(form.substr(0, place)).append(two).append(form.substr(place + 2));
+      text += " 1 def ";
+    }
+  }
+  return {{text}};
+}
+
 Job putintervals(int size) {
   return {{"/s 0 string def " + std::to_string(size) + " {s s length (a) putinterval} repeat "}};
 }
@@ -180,6 +197,7 @@ constexpr Case cases[] = {
     {"beginnings", beginnings, 2000},
     {"lookUpsBelow", lookUpsBelow, 2000},
     {"changesDuringForall", changesDuringForall, 4000},
+    {"similarNames", similarNames, 1300},
     {"putintervals", putintervals, 20000},
     {"anchorsearches", anchorsearches, 20000},
     {"distinctImages", distinctImages, 200},

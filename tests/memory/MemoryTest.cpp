@@ -6,6 +6,7 @@
 #include <cstring>
 #include <new>
 #include <string>
+#include <thread>
 
 #include "include/tqpumpd2k.h"
 #include "postscript/painting/ClearPdfObjects.h"
@@ -141,6 +142,27 @@ TEST(Memory, ConvertersLeaveNothing) {
   const int64_t before = inUse();
   for (int i = 0; i < converters; ++i) {
     runJob(everything());
+  }
+  EXPECT_EQ(inUse(), before);
+}
+
+// A thread that only frees what another has taken gives that back, too.
+TEST(Memory, ThreadsLeaveNothing) {
+  int64_t before = 0;
+  for (int i = 0; i < 4; ++i) {
+    void* converter = nullptr;
+    std::thread([&converter] {
+      converter = PSOpen(identity);
+      auto length = static_cast<int32_t>(everything().size());
+      PSConvertToPdf(converter, everything().data(), &length);
+    }).join();
+    std::thread([converter] {
+      PSClose(converter);
+      postscript::clearPdfObjects();
+    }).join();
+    if (i == 1) {
+      before = inUse();
+    }
   }
   EXPECT_EQ(inUse(), before);
 }

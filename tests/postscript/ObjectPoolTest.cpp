@@ -67,7 +67,10 @@ TEST(ObjectPool, GivesBlocksOfFullSizeThatShareNothing) {
 
 TEST(GrowingBlock, KeepsItsBytesWhileItGrows) {
   using quillpress::growingBlock::grow;
-  EXPECT_EQ(grow(nullptr, 0, size_t{1} << 50), nullptr);
+  // AddressSanitizer ends the process for it.
+  if (objectPool::usesLists) {
+    EXPECT_EQ(grow(nullptr, 0, size_t{1} << 50), nullptr);
+  }
   size_t size = 0;
   char* block = nullptr;
   std::vector<size_t> ends;
