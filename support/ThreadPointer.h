@@ -1,7 +1,7 @@
 // ThreadPointer: a pointer of which each thread has its own, null at first. For Windows only: the
 // thread_local of its compiler is a call of some 20 ns, and this is two reads of memory. The system
 // keeps the first 64 slots of TlsAlloc in a block that the processor points at (TlsSlots of _TEB in
-// winternl.h), where TlsSetValue writes. No thread's data can be told from another's without that.
+// winternl.h), where TlsSetValue writes. Nothing is done with the pointer when a thread ends.
 //
 // There may be none: get gives null when all 64 slots are taken, and after the destructor.
 #pragma once

@@ -1,5 +1,6 @@
-// Sine, cosine and arc tangent, with the same results on all systems but for a last bit now and
-// then, which a page shows in numbers of sixteen digits only.
+// Trigonometry: sine, cosine and arc tangent, with the same results on all systems but for a last
+// bit now and then, which a page shows in numbers of sixteen digits only.
+//
 // glibc has them for every argument, to within little more than half a unit of the last bit.
 // MinGW's sine and cosine are the processor's, whose pi has 66 bits: great arguments and results
 // near zero have wrong bits, and are computed in integers instead. Its arc tangent is that of a DLL
